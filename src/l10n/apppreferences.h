@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <optional>
+
+class QSettings;
+
+// Preferences that are not part of a pack, written through to the store on every change.
+class AppPreferences final : public QObject
+{
+    Q_OBJECT
+public:
+    static inline const QString compactKey = QStringLiteral("app.compactMode");
+    static inline const QString autoBackupKey = QStringLiteral("app.autoBackupBeforeConvert");
+    static inline const QString exportHistoryKey = QStringLiteral("app.exportHistory");
+    static constexpr qsizetype kMaxExportHistory = 8;
+
+    explicit AppPreferences(QSettings &store, QObject *parent = nullptr);
+    static AppPreferences &shared();
+
+    bool compactMode() const { return m_compactMode; }
+    void setCompactMode(bool on);
+    bool autoBackupBeforeConvert() const { return m_autoBackupBeforeConvert; }
+    void setAutoBackupBeforeConvert(bool on);
+    const QStringList &exportFolderHistory() const { return m_exportFolderHistory; }
+    void setExportFolderHistory(const QStringList &paths);
+
+    // The most recent export folder, if it still exists on disk.
+    std::optional<QString> lastExportFolderURL() const;
+    void rememberExportFolder(const QString &path);
+
+Q_SIGNALS:
+    void compactModeChanged(bool on);
+    void autoBackupBeforeConvertChanged(bool on);
+    void exportFolderHistoryChanged();
+
+private:
+    QSettings &m_store;
+    bool m_compactMode = false;
+    bool m_autoBackupBeforeConvert = true;
+    QStringList m_exportFolderHistory;
+};

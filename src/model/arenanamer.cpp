@@ -1,0 +1,127 @@
+#include "arenanamer.h"
+
+#include "pathnames.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/locid.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+
+#include <memory>
+
+namespace ArenaNamer {
+
+namespace {
+
+icu::UnicodeString toIcu(const QString &text)
+{
+    return icu::UnicodeString(reinterpret_cast<const char16_t *>(text.utf16()),
+                              static_cast<int32_t>(text.size()));
+}
+
+QString fromIcu(const icu::UnicodeString &text)
+{
+    return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
+}
+
+bool isKept(UChar32 c)
+{
+    if (c == u'_')
+        return true;
+    const uint32_t mask = U_GET_GC_MASK(c);
+    return (mask & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+}
+
+// White space and line breaks in the Unicode sense, as trimmed at both ends.
+bool isSpaceOrBreak(UChar32 c)
+{
+    return u_isUWhiteSpace(c);
+}
+
+icu::UnicodeString trimmed(const icu::UnicodeString &text, auto isTrimmed)
+{
+    int32_t start = 0;
+    int32_t end = text.length();
+    while (start < end && isTrimmed(text.char32At(start)))
+        start = text.moveIndex32(start, 1);
+    while (end > start) {
+        const int32_t previous = text.moveIndex32(end, -1);
+        if (!isTrimmed(text.char32At(previous)))
+            break;
+        end = previous;
+    }
+    return icu::UnicodeString(text, start, end - start);
+}
+
+icu::UnicodeString firstGraphemes(const icu::UnicodeString &text, int32_t count)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::BreakIterator> breaks(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    if (U_FAILURE(status) || !breaks) // no break data: fall back to code points
+        return icu::UnicodeString(text, 0, text.moveIndex32(0, count));
+    breaks->setText(text);
+    int32_t end = breaks->first();
+    for (int32_t i = 0; i < count; ++i) {
+        const int32_t next = breaks->next();
+        if (next == icu::BreakIterator::DONE)
+            return text;
+        end = next;
+    }
+    return icu::UnicodeString(text, 0, end);
+}
+
+} // namespace
+
+QString sanitize(const QString &text)
+{
+    const icu::UnicodeString input = trimmed(toIcu(text), isSpaceOrBreak);
+
+    // Spaces and hyphens become "_" like every other unkept character; runs collapse to one.
+    icu::UnicodeString cleaned;
+    bool lastWasUnderscore = false;
+    for (int32_t i = 0; i < input.length(); i = input.moveIndex32(i, 1)) {
+        const UChar32 c = input.char32At(i);
+        if (isKept(c) && c != u'_') {
+            cleaned.append(c);
+            lastWasUnderscore = false;
+        } else if (!lastWasUnderscore) {
+            cleaned.append(u'_');
+            lastWasUnderscore = true;
+        }
+    }
+    cleaned = trimmed(cleaned, [](UChar32 c) { return c == u'_'; });
+    cleaned.toLower(icu::Locale::getRoot()); // full mapping: "İ" becomes two code points
+    return fromIcu(firstGraphemes(cleaned, static_cast<int32_t>(kMaxLength)));
+}
+
+QString cueNumber(qint64 index, bool zeroPad)
+{
+    if (zeroPad && index >= 0 && index < 10)
+        return u'0' + QString::number(index);
+    return QString::number(index);
+}
+
+QString makeName(qint64 index, const QString &fileName, const QString &prefix, bool zeroPad)
+{
+    QString stem = sanitize(PathNames::deletingExtension(fileName));
+    if (stem.isEmpty())
+        stem = QStringLiteral("clip");
+    const QString number = cueNumber(index, zeroPad);
+    // The emptiness test looks at the raw prefix: a prefix of only punctuation still takes
+    // the prefixed form and gives a doubled separator.
+    if (prefix.trimmed().isEmpty())
+        return number + u'_' + stem;
+    return number + u'_' + sanitize(prefix) + u'_' + stem;
+}
+
+void reindex(QList<MediaClip> &clips, const QString &prefix, bool zeroPad)
+{
+    for (qsizetype i = 0; i < clips.size(); ++i) {
+        MediaClip &clip = clips[i];
+        clip.cueIndex = i + 1;
+        clip.arenaName = makeName(i + 1, clip.originalName, prefix, zeroPad);
+    }
+}
+
+} // namespace ArenaNamer

@@ -1,0 +1,96 @@
+#include "contentfingerprint.h"
+
+#include <QFile>
+
+#include <openssl/evp.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cmath>
+#include <memory>
+#include <vector>
+
+namespace ContentFingerprint {
+
+namespace {
+
+struct DigestFreer {
+    void operator()(EVP_MD_CTX *context) const { EVP_MD_CTX_free(context); }
+};
+
+struct FileCloser {
+    int fd = -1;
+    ~FileCloser()
+    {
+        if (fd >= 0)
+            ::close(fd);
+    }
+};
+
+// Reads up to `want` bytes, retrying short reads; stops quietly at an error or the end.
+qint64 readUpTo(int fd, char *buffer, qint64 want)
+{
+    qint64 got = 0;
+    while (got < want) {
+        const ssize_t n = ::read(fd, buffer + got, static_cast<size_t>(want - got));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            break;
+        got += n;
+    }
+    return got;
+}
+
+} // namespace
+
+std::optional<qint64> tenths(std::optional<double> duration)
+{
+    if (!duration || !std::isfinite(*duration))
+        return std::nullopt;
+    const double scaled = std::round(*duration * 10.0);
+    if (scaled >= 9.2e18 || scaled <= -9.2e18)
+        return std::nullopt;
+    return static_cast<qint64>(scaled);
+}
+
+QString softKey(std::optional<double> duration, qint64 fileSize)
+{
+    return QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(-10));
+}
+
+QString make(const QString &path, std::optional<double> duration, qint64 fileSize)
+{
+    std::unique_ptr<EVP_MD_CTX, DigestFreer> context(EVP_MD_CTX_new());
+    EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr);
+    const QByteArray header =
+        (QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(0)))
+            .toUtf8();
+    EVP_DigestUpdate(context.get(), header.constData(), static_cast<size_t>(header.size()));
+
+    FileCloser file{::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC)};
+    if (file.fd >= 0) {
+        std::vector<char> buffer(static_cast<size_t>(kSampleBytes));
+        qint64 n = readUpTo(file.fd, buffer.data(), kSampleBytes);
+        if (n > 0)
+            EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(n));
+        if (fileSize > kTailThreshold) {
+            // A failed seek is ignored: the read then continues where the head stopped.
+            ::lseek(file.fd, static_cast<off_t>(fileSize - kSampleBytes), SEEK_SET);
+            n = readUpTo(file.fd, buffer.data(), kSampleBytes);
+            if (n > 0)
+                EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(n));
+        }
+    }
+
+    std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+    unsigned int length = 0;
+    EVP_DigestFinal_ex(context.get(), digest.data(), &length);
+    return QString::fromLatin1(
+        QByteArray(reinterpret_cast<const char *>(digest.data()), static_cast<qsizetype>(length))
+            .toHex());
+}
+
+} // namespace ContentFingerprint

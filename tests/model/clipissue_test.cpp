@@ -1,0 +1,99 @@
+#include "l10n/l10n.h"
+#include "model/clipissue.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+ClipIssue issue(IssueKind kind)
+{
+    return ClipIssue::make(ClipHealth::warn, kind);
+}
+
+} // namespace
+
+TEST(ClipIssue, RawValuesRoundTripInDeclarationOrder)
+{
+    const QStringList kinds{"imageUnreadable", "noVideo", "audio",      "readError",
+                            "oddSize",         "tooWide", "lowRes",     "aspect",
+                            "heavyCodec",      "weirdCodec", "bitrate", "duplicate"};
+    for (int i = 0; i < kIssueKindCount; ++i) {
+        EXPECT_EQ(rawValue(static_cast<IssueKind>(i)), kinds[i]);
+        EXPECT_EQ(issueKindFromRaw(kinds[i]), static_cast<IssueKind>(i));
+    }
+    EXPECT_FALSE(issueKindFromRaw(u"OddSize"));
+    EXPECT_EQ(rawValue(ClipHealth::unknown), "unknown");
+    EXPECT_EQ(clipHealthFromRaw(u"fail"), ClipHealth::fail);
+    EXPECT_FALSE(clipHealthFromRaw(u"red"));
+}
+
+TEST(ClipIssue, EnglishMessagesFillTheirOneArgument)
+{
+    const L10n en(AppLanguage::english);
+    struct Row {
+        const char *name;
+        ClipIssue issue;
+        QString expected;
+    };
+    ClipIssue wide = issue(IssueKind::tooWide);
+    wide.intValue = 7680;
+    ClipIssue aspect = issue(IssueKind::aspect);
+    aspect.doubleValue = 1.3333;
+    ClipIssue bitrate = issue(IssueKind::bitrate);
+    bitrate.doubleValue = 187.6;
+    ClipIssue heavy = issue(IssueKind::heavyCodec);
+    heavy.textValue = "HEVC";
+    ClipIssue read = issue(IssueKind::readError);
+    read.textValue = "Invalid data found when processing input";
+    const Row rows[] = {
+        {"tooWide", wide, "Very wide (7680px). Better convert to a lighter Arena-ready format."},
+        {"tooWide without value", issue(IssueKind::tooWide),
+         "Very wide (0px). Better convert to a lighter Arena-ready format."},
+        {"aspect", aspect,
+         "Unusual aspect 1.33. Better convert to the format your screen needs."},
+        {"bitrate rounds", bitrate,
+         "High bitrate \u2248 188 Mbps. Better convert to a lighter Arena-ready format."},
+        {"heavy", heavy, "HEVC is heavy for live use. Better convert the video to ProRes or DXV3."},
+        {"readError", read, "Read error: Invalid data found when processing input"},
+        {"readError without text", issue(IssueKind::readError), "Read error: "},
+        {"duplicate", issue(IssueKind::duplicate),
+         "Possible duplicate of another clip in this pack."},
+        {"noVideo", issue(IssueKind::noVideo), "No video track"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(row.issue.localized(en), row.expected);
+    }
+}
+
+TEST(ClipIssue, EveryKindHasAMessageInEveryLanguage)
+{
+    for (AppLanguage language : kAllLanguages) {
+        const L10n strings(language);
+        for (int i = 0; i < kIssueKindCount; ++i) {
+            ClipIssue finding = issue(static_cast<IssueKind>(i));
+            finding.textValue = "X";
+            const QString text = finding.localized(strings);
+            EXPECT_FALSE(text.isEmpty());
+            EXPECT_FALSE(text.startsWith(u"issue.")) << qPrintable(text);
+            EXPECT_FALSE(text.contains(u"%@") || text.contains(u"%d")) << qPrintable(text);
+        }
+    }
+}
+
+TEST(ClipIssue, EqualityIsMemberwiseIncludingId)
+{
+    ClipIssue a = issue(IssueKind::bitrate);
+    a.doubleValue = 150.0;
+    ClipIssue b = a;
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(qHash(a), qHash(b));
+    b.doubleValue = 150.5;
+    EXPECT_NE(a, b);
+    b = a;
+    b.id = QUuid::createUuid();
+    EXPECT_NE(a, b);
+    b = a;
+    b.textValue = QString(); // present but empty differs from absent
+    EXPECT_NE(a, b);
+}

@@ -1,0 +1,100 @@
+#include "model/mediaclip.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+MediaClip inspected(std::initializer_list<ClipHealth> severities)
+{
+    MediaClip clip = MediaClip::forFile("/show/clip.mov");
+    clip.isInspected = true;
+    for (ClipHealth severity : severities)
+        clip.issues.append(ClipIssue::make(severity, IssueKind::oddSize));
+    return clip;
+}
+
+} // namespace
+
+TEST(MediaClip, HealthIsTheWorstFindingOnceInspected)
+{
+    MediaClip notProbed = inspected({ClipHealth::fail});
+    notProbed.isInspected = false;
+    EXPECT_EQ(notProbed.health(), ClipHealth::unknown);
+    EXPECT_EQ(inspected({}).health(), ClipHealth::ok);
+    EXPECT_EQ(inspected({ClipHealth::warn, ClipHealth::fail}).health(), ClipHealth::fail);
+    EXPECT_EQ(inspected({ClipHealth::warn}).health(), ClipHealth::warn);
+
+    MediaClip duplicateOnly = inspected({});
+    duplicateOnly.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::duplicate));
+    EXPECT_EQ(duplicateOnly.health(), ClipHealth::warn);
+}
+
+TEST(MediaClip, ResolutionLabelNeedsBothSides)
+{
+    MediaClip clip = MediaClip::forFile("/a.mov");
+    EXPECT_EQ(clip.resolutionLabel(), "\u2014");
+    clip.width = 3840;
+    EXPECT_EQ(clip.resolutionLabel(), "\u2014");
+    clip.height = 2160;
+    EXPECT_EQ(clip.resolutionLabel(), "3840\u00D72160");
+}
+
+TEST(MediaClip, DurationLabelRoundsHalvesAwayFromZero)
+{
+    const std::pair<std::optional<double>, const char *> rows[] = {
+        {std::nullopt, "\u2014"}, {59.5, "1:00"}, {59.4, "0:59"},  {0.0, "0:00"},
+        {3725.0, "62:05"},        {7.0, "0:07"},  {185.0, "3:05"}, {4500.0, "75:00"},
+        {0.5, "0:01"},            {std::numeric_limits<double>::infinity(), "\u2014"},
+        {std::numeric_limits<double>::quiet_NaN(), "\u2014"},        {1e300, "\u2014"},
+    };
+    for (const auto &[seconds, expected] : rows) {
+        MediaClip clip = MediaClip::forFile("/a.mov");
+        clip.duration = seconds;
+        EXPECT_EQ(clip.durationLabel(), QString::fromUtf8(expected))
+            << (seconds ? *seconds : -1.0);
+    }
+}
+
+TEST(MediaClip, ForFileStartsUninspectedWithBaseName)
+{
+    const MediaClip clip = MediaClip::forFile("/show/My Intro.MOV");
+    EXPECT_FALSE(clip.id.isNull());
+    EXPECT_EQ(clip.originalName, "My Intro.MOV");
+    EXPECT_EQ(clip.arenaName, "My Intro");
+    EXPECT_EQ(clip.sourcePath(), "/show/My Intro.MOV");
+    EXPECT_EQ(clip.cueIndex, 0);
+    EXPECT_FALSE(clip.isInspected);
+    EXPECT_EQ(clip.health(), ClipHealth::unknown);
+    EXPECT_FALSE(clip.isImage());
+    EXPECT_TRUE(MediaClip::forFile("/x/still.HEIC").isImage());
+    EXPECT_EQ(MediaClip::videoExtensions().size(), 10);
+    EXPECT_EQ(MediaClip::imageExtensions().size(), 9);
+}
+
+TEST(MediaClip, EqualityCoversEveryFieldAndFindingIds)
+{
+    MediaClip a = inspected({ClipHealth::warn});
+    a.duration = 12.5;
+    MediaClip b = a;
+    EXPECT_EQ(a, b);
+    EXPECT_EQ(qHash(a), qHash(b));
+
+    const std::function<void(MediaClip &)> changes[] = {
+        [](MediaClip &c) { c.cueIndex = 3; },
+        [](MediaClip &c) { c.duration.reset(); },
+        [](MediaClip &c) { c.duration = 12.50001; },
+        [](MediaClip &c) { c.width = 0; },
+        [](MediaClip &c) { c.videoCodec = "avc1"; },
+        [](MediaClip &c) { c.hasAudio = true; },
+        [](MediaClip &c) { c.isDuplicate = true; },
+        [](MediaClip &c) { c.contentFingerprint = "ab"; },
+        [](MediaClip &c) { c.issues.front().id = QUuid::createUuid(); },
+        [](MediaClip &c) { c.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::audio)); },
+        [](MediaClip &c) { c.sourceURL = QUrl::fromLocalFile("/other.mov"); },
+    };
+    for (size_t i = 0; i < std::size(changes); ++i) {
+        MediaClip changed = a;
+        changes[i](changed);
+        EXPECT_NE(a, changed) << "change " << i;
+    }
+}

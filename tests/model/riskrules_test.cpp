@@ -1,0 +1,164 @@
+#include "model/riskrules.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Finding {
+    IssueKind kind;
+    std::optional<qint64> intValue = std::nullopt;
+    std::optional<double> doubleValue = std::nullopt;
+    std::optional<QString> textValue = std::nullopt;
+};
+
+MediaClip sized(qint64 width, qint64 height)
+{
+    MediaClip clip = MediaClip::forFile("/s/c.mov");
+    clip.width = width;
+    clip.height = height;
+    return clip;
+}
+
+void expectFindings(const MediaClip &clip, const std::vector<Finding> &expected)
+{
+    ASSERT_EQ(clip.issues.size(), static_cast<qsizetype>(expected.size()));
+    for (size_t i = 0; i < expected.size(); ++i) {
+        const ClipIssue &got = clip.issues[static_cast<qsizetype>(i)];
+        EXPECT_EQ(got.kind, expected[i].kind) << i;
+        EXPECT_EQ(got.severity, ClipHealth::warn);
+        EXPECT_EQ(got.intValue, expected[i].intValue);
+        if (expected[i].doubleValue)
+            EXPECT_NEAR(got.doubleValue.value_or(-1), *expected[i].doubleValue, 0.001);
+        else
+            EXPECT_FALSE(got.doubleValue);
+        EXPECT_EQ(got.textValue, expected[i].textValue);
+    }
+}
+
+} // namespace
+
+TEST(ScreenProfile, ParameterRowsAndRules)
+{
+    const InspectionRules wall = InspectionRules::make(ScreenProfile::ledWall, false, true);
+    EXPECT_EQ(wall.preferredWidth, 3840);
+    EXPECT_EQ(wall.minWidth, 1920);
+    EXPECT_EQ(wall.minHeight, 1080);
+    EXPECT_DOUBLE_EQ(wall.maxMbps, 250.0);
+    EXPECT_DOUBLE_EQ(wall.aspectTolerance, 0.35);
+    EXPECT_FALSE(wall.warnOnEmbeddedAudio);
+    EXPECT_TRUE(wall.warnOnHEVC);
+    const InspectionRules vertical = InspectionRules::make(ScreenProfile::vertical, true, true);
+    EXPECT_DOUBLE_EQ(vertical.expectedAspect, 0.5625);
+    EXPECT_EQ(vertical.minHeight, 1280);
+    EXPECT_EQ(parameters(ScreenProfile::vertical).tooWideAbove, 2160);
+    EXPECT_DOUBLE_EQ(parameters(ScreenProfile::landscape169).expectedAspect, 1.7777777777777777);
+    EXPECT_EQ(rawValue(ScreenProfile::landscape169), "landscape169");
+    EXPECT_EQ(screenProfileFromRaw(u"ledWall"), ScreenProfile::ledWall);
+    EXPECT_FALSE(screenProfileFromRaw(u"LEDWALL"));
+    EXPECT_EQ(labelKey(ScreenProfile::vertical), "profile.vertical");
+    EXPECT_EQ(helpKey(ScreenProfile::ledWall), "profile.ledWall.help");
+    EXPECT_EQ(InspectionRules(), InspectionRules::make(ScreenProfile::landscape169, true, true));
+}
+
+TEST(RiskRules, GeometryPerProfile)
+{
+    struct Row {
+        const char *name;
+        ScreenProfile profile;
+        qint64 width, height;
+        std::vector<Finding> expected;
+    };
+    const auto L = ScreenProfile::landscape169;
+    const auto W = ScreenProfile::ledWall;
+    const auto V = ScreenProfile::vertical;
+    const Row rows[] = {
+        {"1920x1080", L, 1920, 1080, {}},
+        {"odd width", L, 1921, 1080, {{IssueKind::oddSize}}},
+        {"odd and too wide", L, 3841, 2160, {{IssueKind::oddSize}, {IssueKind::tooWide, 3841}}},
+        {"twice is not too wide", L, 3840, 2160, {}},
+        {"minimum", L, 1280, 720, {}},
+        {"below minimum and odd", L, 1279, 720, {{IssueKind::oddSize}, {IssueKind::lowRes}}},
+        {"below minimum", L, 1278, 720, {{IssueKind::lowRes}}},
+        {"4:3", L, 1440, 1080, {{IssueKind::aspect, {}, 1.3333}}},
+        {"square", L, 1024, 1024, {{IssueKind::lowRes}, {IssueKind::aspect, {}, 1.0}}},
+        {"height zero", L, 1920, 0, {{IssueKind::lowRes}, {IssueKind::aspect, {}, 1920.0}}},
+        {"wall square", W, 1920, 1920, {}},
+        {"wall 2560x1080", W, 2560, 1080, {{IssueKind::aspect, {}, 2.370}}},
+        {"wall 3840x1600", W, 3840, 1600, {{IssueKind::aspect, {}, 2.4}}},
+        {"wall small square", W, 1080, 1080, {{IssueKind::lowRes}}},
+        {"vertical", V, 1080, 1920, {}},
+        {"vertical landscape", V, 1920, 1080, {{IssueKind::lowRes}, {IssueKind::aspect, {}, 1.778}}},
+        {"vertical odd wide", V, 2161, 3840, {{IssueKind::oddSize}, {IssueKind::tooWide, 2161}}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        MediaClip clip = sized(row.width, row.height);
+        MediaInspector::applyGeometryRules(clip, InspectionRules::make(row.profile, true, true));
+        expectFindings(clip, row.expected);
+    }
+}
+
+TEST(RiskRules, GeometryNeedsBothSides)
+{
+    MediaClip clip = MediaClip::forFile("/s/c.png");
+    clip.width = 1921;
+    MediaInspector::applyGeometryRules(clip, InspectionRules());
+    EXPECT_TRUE(clip.issues.isEmpty());
+}
+
+TEST(RiskRules, Codecs)
+{
+    struct Row {
+        const char *codec;
+        bool warnOnHEVC;
+        std::vector<Finding> expected;
+    };
+    const Row rows[] = {
+        {"avc1", true, {}},
+        {"Hap1", true, {}},
+        {"DXD3", true, {}},
+        {"apch", true, {}},
+        {"hvc1", true, {{IssueKind::weirdCodec, {}, {}, QString("HVC1")}}},
+        {"hvc1", false, {{IssueKind::weirdCodec, {}, {}, QString("HVC1")}}},
+        {"hevc", true, {{IssueKind::heavyCodec, {}, {}, QString("HEVC")}}},
+        {"hevc", false, {{IssueKind::weirdCodec, {}, {}, QString("HEVC")}}},
+        {"vp9 in avc", true, {{IssueKind::heavyCodec, {}, {}, QString("VP9 IN AVC")}}},
+        {"vp9 in avc", false, {}},
+        {"????", true, {{IssueKind::weirdCodec, {}, {}, QString("????")}}},
+        {"VP09", true, {{IssueKind::weirdCodec, {}, {}, QString("VP09")}}},
+        {"mjpg", true, {}},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(std::string(row.codec) + (row.warnOnHEVC ? " warn" : " quiet"));
+        MediaClip clip = MediaClip::forFile("/s/c.mov");
+        clip.videoCodec = QString::fromLatin1(row.codec);
+        MediaInspector::applyCodecRules(clip,
+                                        InspectionRules::make(ScreenProfile::landscape169, true,
+                                                              row.warnOnHEVC));
+        expectFindings(clip, row.expected);
+    }
+    MediaClip none = MediaClip::forFile("/s/c.mov");
+    MediaInspector::applyCodecRules(none, InspectionRules());
+    EXPECT_TRUE(none.issues.isEmpty());
+}
+
+TEST(RiskRules, BitrateAveragesTheWholeFile)
+{
+    const auto judge = [](qint64 bytes, std::optional<double> seconds, ScreenProfile profile) {
+        MediaClip clip = MediaClip::forFile("/s/c.mov");
+        clip.fileSize = bytes;
+        clip.duration = seconds;
+        MediaInspector::applyBitrateRules(clip, InspectionRules::make(profile, true, true));
+        return clip;
+    };
+    const MediaClip heavy = judge(1'500'000'000, 60.0, ScreenProfile::landscape169);
+    expectFindings(heavy, {{IssueKind::bitrate, {}, 200.0}});
+    EXPECT_EQ(judge(1'500'000'000, 60.0, ScreenProfile::vertical).issues.size(), 1);
+    EXPECT_TRUE(judge(1'500'000'000, 60.0, ScreenProfile::ledWall).issues.isEmpty());
+    EXPECT_TRUE(judge(1'500'000'000, 0.5, ScreenProfile::landscape169).issues.isEmpty());
+    EXPECT_EQ(judge(1'500'000'000, 0.51, ScreenProfile::landscape169).issues.size(), 1);
+    EXPECT_TRUE(judge(0, 60.0, ScreenProfile::landscape169).issues.isEmpty());
+    EXPECT_TRUE(judge(1'500'000'000, std::nullopt, ScreenProfile::landscape169).issues.isEmpty());
+    // Exactly at the limit is not above it.
+    EXPECT_TRUE(judge(900'000'000, 60.0, ScreenProfile::landscape169).issues.isEmpty());
+}

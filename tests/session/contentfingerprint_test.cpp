@@ -1,0 +1,95 @@
+#include "session/contentfingerprint.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QByteArray pattern(qint64 size, char seed)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    for (qint64 i = 0; i < size; ++i)
+        bytes[i] = static_cast<char>((i * 31 + seed) & 0xFF);
+    return bytes;
+}
+
+QString write(const QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
+{
+    const QString path = dir.filePath(name);
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(bytes);
+    return path;
+}
+
+QString sha256Hex(const QByteArray &bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+} // namespace
+
+TEST(ContentFingerprint, SoftKeyAndTenths)
+{
+    EXPECT_EQ(ContentFingerprint::softKey(123.4, 5000), "5000|1234");
+    EXPECT_EQ(ContentFingerprint::softKey(std::nullopt, 2048), "2048|-10");
+    EXPECT_EQ(ContentFingerprint::softKey(0.25, 1), "1|3");   // halves away from zero
+    EXPECT_EQ(ContentFingerprint::softKey(0.04, 1), "1|0");
+    EXPECT_EQ(ContentFingerprint::softKey(std::numeric_limits<double>::infinity(), 7), "7|-10");
+    EXPECT_EQ(ContentFingerprint::tenths(1e300), std::nullopt);
+}
+
+TEST(ContentFingerprint, HashesHeaderHeadAndTailExactly)
+{
+    QTemporaryDir dir;
+    const qint64 kS = ContentFingerprint::kSampleBytes;
+
+    const QByteArray small = pattern(1000, 1);
+    const QString smallPath = write(dir, "small.mov", small);
+    EXPECT_EQ(ContentFingerprint::make(smallPath, 12.5, 1000), sha256Hex("1000|125" + small));
+
+    const QByteArray middle = pattern(300 * 1024, 2); // only the head is read
+    const QString middlePath = write(dir, "middle.mov", middle);
+    EXPECT_EQ(ContentFingerprint::make(middlePath, std::nullopt, middle.size()),
+              sha256Hex("307200|0" + middle.left(kS)));
+
+    const QByteArray large = pattern(2 * 1024 * 1024 + 17, 3);
+    const QString largePath = write(dir, "large.mov", large);
+    EXPECT_EQ(ContentFingerprint::make(largePath, 60.0, large.size()),
+              sha256Hex(QByteArray::number(large.size()) + "|600" + large.left(kS) +
+                        large.right(kS)));
+
+    const QString fp = ContentFingerprint::make(largePath, 60.0, large.size());
+    EXPECT_EQ(fp.size(), 64);
+    EXPECT_EQ(fp, fp.toLower());
+}
+
+TEST(ContentFingerprint, UnreadableFilesHashTheirHeaderAlone)
+{
+    EXPECT_EQ(ContentFingerprint::make("/nonexistent/x.mov", 3.0, 42), sha256Hex("42|30"));
+    QTemporaryDir dir;
+    // A file that shrank since it was measured: the tail read past the end adds nothing.
+    const QByteArray bytes = pattern(100, 4);
+    const QString path = write(dir, "shrunk.mov", bytes);
+    EXPECT_EQ(ContentFingerprint::make(path, std::nullopt, 10'000'000),
+              sha256Hex("10000000|0" + bytes));
+}
+
+TEST(ContentFingerprint, DiffersOnlyWhereSampled)
+{
+    QTemporaryDir dir;
+    QByteArray a = pattern(300 * 1024, 5);
+    QByteArray b = a;
+    b[290 * 1024] = 'Z'; // beyond the first 256 KiB, below the tail threshold
+    const QString pa = write(dir, "a.mov", a);
+    const QString pb = write(dir, "b.mov", b);
+    EXPECT_EQ(ContentFingerprint::make(pa, 1.0, a.size()),
+              ContentFingerprint::make(pb, 1.0, b.size()));
+    b[10] = 'Z';
+    write(dir, "b.mov", b);
+    EXPECT_NE(ContentFingerprint::make(pa, 1.0, a.size()),
+              ContentFingerprint::make(pb, 1.0, b.size()));
+}
