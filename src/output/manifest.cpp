@@ -6,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <unistd.h>
+
 namespace Manifest {
 
 JsonValue entry(const MediaClip &clip)
@@ -51,7 +53,7 @@ Status write(const QList<MediaClip> &clips, const QString &folder, const QString
     const QString path = QDir(folder).filePath(QStringLiteral("manifest.json"));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        file.write(*bytes) != bytes->size() || !file.flush()) {
+        file.write(*bytes) != bytes->size() || !file.flush() || ::fsync(file.handle()) != 0) {
         return Error{Error::Kind::WriteFailed, file.errorString(), path, 0};
     }
     return Done{};
