@@ -51,3 +51,10 @@ inline QString avErrorText(int error)
     av_strerror(error, buffer, sizeof buffer);
     return QString::fromUtf8(buffer);
 }
+
+struct DictionaryFreer {
+    void operator()(AVDictionary *p) const { av_dict_free(&p); }
+};
+// An option list. FFmpeg swaps it through AVDictionary** for the options it did not use, so a
+// caller releases it for the call and takes the leftovers back at once.
+using DictionaryHandle = std::unique_ptr<AVDictionary, DictionaryFreer>;

@@ -1,0 +1,151 @@
+#include "inputfile.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <filesystem>
+#include <mutex>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Enough for the streams of an MPEG program stream and the parameters of their codecs; files
+// with a real header never get here.
+constexpr int64_t kStreamInfoBytes = 1 << 20;
+constexpr int64_t kStreamInfoMicroseconds = 1'000'000;
+
+// Demuxers that open further files on their own, out of reach of the guard on io_open: a
+// text file named .mov can be a concat script or a playlist that sends the probe to a pipe or a
+// device beside it. Playlists and manifests are listed too, so that they fail with one clear
+// error instead of half-way through.
+constexpr const char *kFollowingDemuxers[] = {"concat", "vobsub", "hls", "dash", "imf"};
+
+// Every demuxer of the library except the ones above, comma-separated, as FFmpeg's format
+// whitelist wants it.
+const QByteArray &demuxerWhitelist()
+{
+    static const QByteArray list = [] {
+        QByteArray names;
+        void *state = nullptr;
+        while (const AVInputFormat *format = av_demuxer_iterate(&state)) {
+            const QByteArray name(format->name);
+            if (std::any_of(std::begin(kFollowingDemuxers), std::end(kFollowingDemuxers),
+                            [&](const char *banned) { return name == banned; }))
+                continue;
+            names += (names.isEmpty() ? "" : ",") + name;
+        }
+        return names;
+    }();
+    return list;
+}
+
+QString notRegularText(const std::filesystem::path &path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (error)
+        return {}; // let FFmpeg say why (missing file, dangling link, no permission)
+    if (std::filesystem::is_directory(status))
+        return avErrorText(AVERROR(EISDIR));
+    if (!std::filesystem::is_regular_file(status))
+        // A pipe or a device could block a read forever, out of reach of any deadline.
+        return QStringLiteral("Not a regular file");
+    return {};
+}
+
+} // namespace
+
+struct InputFile::Guard {
+    std::stop_token stop;
+    Clock::time_point deadline;
+    QByteArray url;
+    bool mainOpened = false;
+    int (*defaultOpen)(AVFormatContext *, AVIOContext **, const char *, int,
+                       AVDictionary **) = nullptr;
+
+    static int interrupt(void *opaque)
+    {
+        const auto *guard = static_cast<const Guard *>(opaque);
+        return guard->stop.stop_requested() || Clock::now() >= guard->deadline;
+    }
+
+    // The first open is the file itself; any later one is a demuxer following a reference out
+    // of the file (HLS and DASH playlists, IMF packages, QuickTime data references).
+    static int openOnce(AVFormatContext *context, AVIOContext **pb, const char *url, int flags,
+                        AVDictionary **options)
+    {
+        auto *guard = static_cast<Guard *>(context->opaque);
+        if (guard->mainOpened || guard->url != url)
+            return AVERROR(EPERM);
+        guard->mainOpened = true;
+        return guard->defaultOpen(context, pb, url, flags, options);
+    }
+};
+
+void silenceFfmpegLog()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_level(AV_LOG_QUIET); });
+}
+
+InputFile::InputFile(std::unique_ptr<Guard> guard, FormatHandle format)
+    : m_guard(std::move(guard)), m_format(std::move(format))
+{}
+
+InputFile::~InputFile() = default;
+
+Result<InputFile> InputFile::open(const QString &path, std::stop_token stop,
+                                  std::chrono::milliseconds budget)
+{
+    silenceFfmpegLog();
+    const QByteArray local = QFile::encodeName(path);
+    const auto fail = [&](int code, QString text = {}) {
+        return Error{Error::Kind::Unreadable, text.isEmpty() ? avErrorText(code) : text, path,
+                     code};
+    };
+    if (const QString text = notRegularText(std::filesystem::path(local.toStdString()));
+        !text.isEmpty())
+        return fail(AVERROR(EINVAL), text);
+
+    auto guard = std::make_unique<Guard>();
+    guard->stop = std::move(stop);
+    guard->deadline = Clock::now() + budget;
+    // The prefix keeps a colon in a file name from being read as a protocol.
+    guard->url = QByteArrayLiteral("file:") + local;
+
+    AVFormatContext *raw = avformat_alloc_context();
+    if (!raw)
+        return fail(AVERROR(ENOMEM));
+    raw->interrupt_callback = {&Guard::interrupt, guard.get()};
+    raw->opaque = guard.get();
+    guard->defaultOpen = raw->io_open;
+    raw->io_open = &Guard::openOnce;
+
+    AVDictionary *options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    av_dict_set(&options, "format_whitelist", demuxerWhitelist().constData(), 0);
+    const int error = avformat_open_input(&raw, guard->url.constData(), nullptr, &options);
+    DictionaryHandle leftovers(options);
+    if (error < 0) // FFmpeg has freed the context already
+        return fail(error);
+    return InputFile(std::move(guard), FormatHandle(raw));
+}
+
+int InputFile::readStreamInfo()
+{
+    AVFormatContext *format = m_format.get();
+    format->probesize = kStreamInfoBytes;
+    format->max_analyze_duration = kStreamInfoMicroseconds;
+    return avformat_find_stream_info(format, nullptr);
+}
+
+void InputFile::extendDeadline(std::chrono::milliseconds budget)
+{
+    m_guard->deadline = Clock::now() + budget;
+}
+
+bool InputFile::interrupted() const
+{
+    return Guard::interrupt(m_guard.get()) != 0;
+}

@@ -1,0 +1,88 @@
+#include "thumbnailcache.h"
+
+#include "thumbnails.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QPointer>
+
+ThumbnailCache::ThumbnailCache(Generator generator, qint64 budgetBytes, QObject *parent)
+    : QObject(parent), m_generator(std::move(generator)), m_memory(budgetBytes)
+{
+    m_pool.setMaxThreadCount(kLoadThreads);
+}
+
+ThumbnailCache::~ThumbnailCache()
+{
+    // Loads check the stop token; after this no load refers to the cache any more. Results
+    // already queued for it are dropped with the object.
+    m_stop.request_stop();
+    m_pool.clear();
+    m_pool.waitForDone();
+}
+
+ThumbnailCache &ThumbnailCache::shared()
+{
+    static QPointer<ThumbnailCache> instance;
+    if (!instance) {
+        instance = new ThumbnailCache(
+            [](const QString &path, std::stop_token stop) {
+                return Thumbnails::forFile(path, std::move(stop));
+            },
+            kDefaultBudgetBytes, QCoreApplication::instance());
+    }
+    return *instance;
+}
+
+QString ThumbnailCache::cacheKey(const QString &path)
+{
+    const QFileInfo info(path);
+    double seconds = 0.0;
+    qint64 size = 0;
+    if (info.exists()) {
+        seconds = info.lastModified().toMSecsSinceEpoch() / 1000.0;
+        size = info.size();
+    }
+    // Written as a decimal fraction with at least one digit after the point: 1700000000.5,
+    // 1700000000.0.
+    QString time = QString::number(seconds, 'f', 3);
+    while (time.endsWith(u'0') && !time.endsWith(u".0"))
+        time.chop(1);
+    return path + u'|' + time + u'|' + QString::number(size);
+}
+
+void ThumbnailCache::request(const QString &path)
+{
+    const QString key = cacheKey(path);
+    if (m_memory.contains(key) || m_inflight.contains(key))
+        return;
+    m_inflight.insert(key);
+    // The worker may use `this`: the destructor waits for it. It gets a copy of the generator so
+    // that nothing of the cache is shared while it runs.
+    m_pool.start([this, generator = m_generator, stop = m_stop.get_token(), path, key] {
+        QImage image = stop.stop_requested() ? QImage() : generator(path, stop);
+        if (stop.stop_requested())
+            return;
+        // Queued to the cache's thread: memory and the in-flight set are only touched there.
+        QMetaObject::invokeMethod(
+            this, [this, key, image = std::move(image)] { store(key, image); },
+            Qt::QueuedConnection);
+    });
+}
+
+QImage ThumbnailCache::imageForKey(const QString &key) const
+{
+    const QImage *image = m_memory.object(key);
+    return image ? *image : QImage();
+}
+
+void ThumbnailCache::store(const QString &key, const QImage &image)
+{
+    m_inflight.remove(key);
+    if (image.isNull())
+        return;
+    // Pixels are the cost; a picture larger than the whole budget is not kept.
+    const qsizetype cost = std::max<qsizetype>(1, image.sizeInBytes());
+    if (m_memory.insert(key, new QImage(image), cost))
+        Q_EMIT thumbnailReady(key);
+}

@@ -1,0 +1,81 @@
+// The code tables on their own, for codecs and profiles no fixture carries.
+#include "media/ffmpeg/codectags.h"
+#include "media/mediainspector.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Parameters {
+    Parameters(AVCodecID codec, int profile = FF_PROFILE_UNKNOWN, uint32_t tag = 0)
+        : p(avcodec_parameters_alloc())
+    {
+        p->codec_id = codec;
+        p->profile = profile;
+        p->codec_tag = tag;
+    }
+    ~Parameters() { avcodec_parameters_free(&p); }
+    AVCodecParameters *p;
+};
+
+QString video(AVCodecID codec, int profile = FF_PROFILE_UNKNOWN, uint32_t tag = 0)
+{
+    const Parameters parameters(codec, profile, tag);
+    const auto code = CodecTags::videoCode(nullptr, parameters.p);
+    return code ? MediaInspector::fourCC(*code) : QStringLiteral("<none>");
+}
+
+QString audio(AVCodecID codec)
+{
+    const Parameters parameters(codec);
+    const auto code = CodecTags::audioCode(parameters.p);
+    return code ? MediaInspector::fourCC(*code) : QStringLiteral("<none>");
+}
+
+TEST(CodecTags, ProResOutsideQuickTimeGoesByProfile)
+{
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_PROXY), "apco");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_LT), "apcs");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_STANDARD), "apcn");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_HQ), "apch");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_4444), "ap4h");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_XQ), "ap4x");
+    // A stored ProRes code outranks a profile the demuxer left unknown.
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_UNKNOWN, MKTAG('a', 'p', '4', 'x')), "ap4x");
+    EXPECT_EQ(video(AV_CODEC_ID_PRORES), "apcn");
+}
+
+TEST(CodecTags, VideoWithoutSampleEntry)
+{
+    EXPECT_EQ(video(AV_CODEC_ID_H264), "avc1");
+    EXPECT_EQ(video(AV_CODEC_ID_HEVC), "hvc1");
+    EXPECT_EQ(video(AV_CODEC_ID_AV1), "av01");
+    EXPECT_EQ(video(AV_CODEC_ID_DNXHD), "AVdn");
+    EXPECT_EQ(video(AV_CODEC_ID_MPEG4, FF_PROFILE_UNKNOWN, MKTAG('X', 'V', 'I', 'D')), "mp4v");
+    // Not in our table: libavformat's QuickTime table still knows it.
+    EXPECT_EQ(video(AV_CODEC_ID_CINEPAK), "cvid");
+    // Unknown everywhere: the container's own code, else nothing.
+    EXPECT_EQ(video(AV_CODEC_ID_NONE, FF_PROFILE_UNKNOWN, MKTAG('a', 'b', 'c', 'd')), "abcd");
+    EXPECT_EQ(video(AV_CODEC_ID_NONE), "<none>");
+}
+
+TEST(CodecTags, AudioIsTheFormatIdentifier)
+{
+    EXPECT_EQ(audio(AV_CODEC_ID_AAC), "aac");
+    for (AVCodecID pcm :
+         {AV_CODEC_ID_PCM_S16LE, AV_CODEC_ID_PCM_S16BE, AV_CODEC_ID_PCM_S24LE,
+          AV_CODEC_ID_PCM_S24BE, AV_CODEC_ID_PCM_S32LE, AV_CODEC_ID_PCM_F32LE,
+          AV_CODEC_ID_PCM_F32BE, AV_CODEC_ID_PCM_F64LE, AV_CODEC_ID_PCM_U8, AV_CODEC_ID_PCM_S8})
+        EXPECT_EQ(audio(pcm), "lpcm") << avcodec_get_name(pcm);
+    EXPECT_EQ(audio(AV_CODEC_ID_PCM_MULAW), "ulaw");
+    EXPECT_EQ(audio(AV_CODEC_ID_MP3), ".mp3");
+    EXPECT_EQ(audio(AV_CODEC_ID_MP2), ".mp2");
+    EXPECT_EQ(audio(AV_CODEC_ID_AC3), "ac-3");
+    EXPECT_EQ(audio(AV_CODEC_ID_EAC3), "ec-3");
+    EXPECT_EQ(audio(AV_CODEC_ID_ALAC), "alac");
+    EXPECT_EQ(audio(AV_CODEC_ID_OPUS), "opus");
+    EXPECT_EQ(audio(AV_CODEC_ID_FLAC), "fLaC");
+    EXPECT_EQ(audio(AV_CODEC_ID_NONE), "<none>");
+}
+
+} // namespace
