@@ -3,6 +3,7 @@
 #include "media/fitsize.h"
 
 #include <QFile>
+#include <QImageReader>
 
 #include <libheif/heif.h>
 
@@ -88,6 +89,12 @@ QImage thumbnail(const QString &path, int maxSide)
 {
     const Opened opened = openPrimary(path);
     if (!opened.primary)
+        return {};
+    // The same ceiling Qt's readers put on the other formats, so that a forged size cannot
+    // make one thumbnail take gigabytes.
+    const qint64 area = qint64(heif_image_handle_get_width(opened.primary.get())) *
+                        heif_image_handle_get_height(opened.primary.get());
+    if (area <= 0 || area * 4 > qint64(QImageReader::allocationLimit()) * 1024 * 1024)
         return {};
     heif_image *decoded = nullptr;
     // Default options apply the file's rotation and mirroring, as the picture is meant to be seen.
