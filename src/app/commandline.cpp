@@ -1,49 +1,326 @@
 #include "commandline.h"
 
+#include "cliarguments.h"
+#include "clireport.h"
+#include "l10n/apppreferences.h"
+#include "l10n/localizationmanager.h"
+#include "media/ffmpeg/ffmpegprobe.h"
+#include "output/jsonwriter.h"
+#include "session/packviewmodel.h"
+#include "session/platform.h"
+
+#include <QCoroTask>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
+
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+
+#include <unistd.h>
 
 namespace CommandLine {
 
 namespace {
 
-const char *const kUsage =
-    "Usage: cuebox [--help] [--version] [FOLDER...]\n"
-    "\n"
-    "Cuebox checks show media for Resolume Arena: it finds every video and still in a show\n"
-    "folder, judges how safe each clip is to play live, names clips in cue order and\n"
-    "exports a pack with a cue sheet and a manifest.\n"
-    "\n"
-    "Without arguments, or with folders and files, Cuebox opens its window.\n"
-    "\n"
-    "Options:\n"
-    "  -h, --help     Show this help and exit.\n"
-    "  -v, --version  Show the version and exit.\n";
+using Verb = CliArguments::Verb;
+
+std::atomic<bool> g_interrupted{false};
+
+void onInterrupt(int)
+{
+    g_interrupted = true;
+}
+
+// The panels a verb would have shown, answered from its arguments.
+class ArgumentPanels final : public Panels
+{
+public:
+    explicit ArgumentPanels(const CliArguments &args) : m_args(args) {}
+    QList<QUrl> openMedia(const QString &, const QString &) override { return {}; }
+    std::optional<QString> chooseFolder(const QString &, const QString &,
+                                        const std::optional<QString> &) override
+    {
+        return m_args.to;
+    }
+    std::optional<QString> chooseSaveFile(const QString &, const QString &, const QString &,
+                                          const std::optional<QString> &) override
+    {
+        return m_args.saveProject;
+    }
+    std::optional<QString> chooseOpenFile(const QString &, const QString &) override
+    {
+        return m_args.project;
+    }
+
+private:
+    const CliArguments &m_args;
+};
+
+// A script on a server has no file manager to show folders in.
+class QuietDesktop final : public Desktop
+{
+public:
+    void reveal(const QString &) override {}
+    void openWithApplication(const QStringList &, const QString &) override {}
+    void openUrl(const QUrl &) override {}
+};
+
+bool isTerminal(FILE *stream)
+{
+    return ::isatty(::fileno(stream)) == 1;
+}
+
+int usageError(const QString &message, const QString &verb)
+{
+    QTextStream err(stderr);
+    err << "cuebox: " << message << "\n";
+    err << "Run 'cuebox " << (verb.isEmpty() ? QString() : verb + u' ') << "--help' for usage.\n";
+    return 2;
+}
+
+// One line per change of the status on stderr: rewritten in place on a terminal, one line
+// per step when piped.
+class ProgressPrinter
+{
+public:
+    ProgressPrinter(PackViewModel &session, const L10n &strings)
+        : m_session(session), m_strings(strings), m_terminal(isTerminal(stderr))
+    {
+        m_timer.setInterval(m_terminal ? 100 : 500);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { print(); });
+        m_timer.start();
+    }
+    ~ProgressPrinter()
+    {
+        if (m_terminal && !m_last.isEmpty())
+            std::fputs("\r\x1b[2K", stderr);
+    }
+
+private:
+    void print()
+    {
+        const PackStatus &status = m_session.status();
+        double fraction = -1;
+        if (status.kind() == PackStatus::Kind::converting)
+            fraction = m_session.convertProgress();
+        else if (status.kind() == PackStatus::Kind::exporting)
+            fraction = m_session.exportProgress();
+        QString line = status.text(m_strings);
+        if (fraction >= 0) {
+            const int filled = int(fraction * 24 + 0.5);
+            line = QStringLiteral("[%1%2] %3% %4")
+                       .arg(QString(filled, u'#'), QString(24 - filled, u'-'))
+                       .arg(int(fraction * 100 + 0.5), 3)
+                       .arg(line);
+            if (m_started.isValid() && fraction > 0.01) {
+                const qint64 left = qint64(m_started.elapsed() * (1 - fraction) / fraction / 1000);
+                line += QStringLiteral("  ~%1:%2 left")
+                            .arg(left / 60)
+                            .arg(left % 60, 2, 10, QChar(u'0'));
+            }
+            if (!m_started.isValid())
+                m_started.start();
+        }
+        if (line == m_last || line.isEmpty())
+            return;
+        if (m_terminal) {
+            std::fputs(("\r\x1b[2K" + line.left(160)).toLocal8Bit().constData(), stderr);
+        } else if (status.kind() != m_lastKind || status.index() != m_lastIndex) {
+            std::fputs((status.text(m_strings) + u'\n').toLocal8Bit().constData(), stderr);
+        }
+        m_lastKind = status.kind();
+        m_lastIndex = status.index();
+        m_last = line;
+    }
+
+    PackViewModel &m_session;
+    const L10n &m_strings;
+    bool m_terminal;
+    QTimer m_timer;
+    QElapsedTimer m_started;
+    QString m_last;
+    PackStatus::Kind m_lastKind = PackStatus::Kind::idle;
+    qint64 m_lastIndex = -1;
+};
+
+int failIfError(const PackViewModel &session, const L10n &strings)
+{
+    if (session.status().kind() != PackStatus::Kind::error)
+        return 0;
+    QTextStream(stderr) << "cuebox: " << session.status().text(strings) << "\n";
+    return 1;
+}
+
+int runVerb(const CliArguments &args)
+{
+    // The command line keeps its own preferences: a --lang or --no-backup here never changes
+    // what the window shows the next time.
+    QTemporaryDir privateStore;
+    QSettings settings(privateStore.filePath(QStringLiteral("cli.conf")), QSettings::IniFormat);
+    LocalizationManager localization(settings);
+    localization.setLanguage(args.language);
+    AppPreferences preferences(settings);
+    preferences.setAutoBackupBeforeConvert(args.backup);
+    const L10n strings = localization.strings();
+
+    ArgumentPanels panels(args);
+    QuietDesktop desktop;
+    PackViewModel::Services services;
+    services.probe = std::make_shared<FfmpegProbe>();
+    services.panels = &panels;
+    services.desktop = &desktop;
+    services.localization = &localization;
+    services.preferences = &preferences;
+    services.requestThumbnail = [](const MediaClip &) {};
+    PackViewModel session(services);
+    session.setWarnOnEmbeddedAudio(args.audioWarning);
+    session.setWarnOnHEVC(args.hevcWarning);
+    session.setScreenProfile(args.profile);
+    session.setZeroPad(args.zeroPad);
+    if (args.prefix)
+        session.setShowPrefix(*args.prefix);
+    if (const auto format = arenaConvertFormatFromRaw(args.format))
+        session.setConvertFormat(*format);
+    session.setStripAudioOnConvert(!args.keepAudio);
+    session.setForceEvenDimensions(args.even);
+
+    for (const QString &path : args.paths) {
+        if (!QFileInfo::exists(path))
+            return usageError(QStringLiteral("no such file or folder '%1'").arg(path), {});
+    }
+    {
+        ProgressPrinter progress(session, strings);
+        if (args.project)
+            QCoro::waitFor(session.loadProject(*args.project));
+        else {
+            QList<QUrl> urls;
+            for (const QString &path : args.paths)
+                urls.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+            QCoro::waitFor(session.ingest(urls));
+        }
+    }
+    if (const int failed = failIfError(session, strings))
+        return failed;
+    if (args.saveProject) {
+        session.saveProject();
+        if (const int failed = failIfError(session, strings))
+            return failed;
+    }
+
+    QTextStream out(stdout);
+    std::signal(SIGINT, onInterrupt);
+    std::signal(SIGTERM, onInterrupt);
+    QTimer interruptWatch;
+    QObject::connect(&interruptWatch, &QTimer::timeout, [&] {
+        if (g_interrupted) {
+            session.cancelConversion();
+            session.cancelExport();
+        }
+    });
+    interruptWatch.start(50);
+
+    switch (args.verb) {
+    case Verb::check: {
+        if (args.json) {
+            out << *encodeJson(CliReport::json(session.clips(), session.checklist(),
+                                               session.status(), strings))
+                << "\n";
+        } else {
+            out << CliReport::text(session.clips(), session.checklist(), strings,
+                                   isTerminal(stdout));
+        }
+        const bool anyRed =
+            std::any_of(session.clips().cbegin(), session.clips().cend(),
+                        [](const MediaClip &c) { return c.health() == ClipHealth::fail; });
+        return anyRed ? 1 : 0;
+    }
+    case Verb::exportPack: {
+        {
+            ProgressPrinter progress(session, strings);
+            QCoro::waitFor(session.exportPack(args.to));
+        }
+        if (g_interrupted)
+            return 130;
+        if (const int failed = failIfError(session, strings))
+            return failed;
+        out << session.lastExportURL()->toLocalFile() << "\n";
+        return 0;
+    }
+    case Verb::convert: {
+        QDir().mkpath(*args.to);
+        {
+            ProgressPrinter progress(session, strings);
+            QCoro::waitFor(session.convertPack(args.onlyProblems));
+        }
+        if (g_interrupted)
+            return 130;
+        if (const int failed = failIfError(session, strings))
+            return failed;
+        QTextStream(stderr) << session.status().text(strings) << "\n";
+        if (session.lastExportURL())
+            out << session.lastExportURL()->toLocalFile() << "\n";
+        return 0;
+    }
+    case Verb::stripAudio: {
+        {
+            ProgressPrinter progress(session, strings);
+            QCoro::waitFor(session.stripAudioFromAll());
+        }
+        if (g_interrupted)
+            return 130;
+        if (const int failed = failIfError(session, strings))
+            return failed;
+        QTextStream(stderr) << session.status().text(strings) << "\n";
+        if (args.to) {
+            {
+                ProgressPrinter progress(session, strings);
+                QCoro::waitFor(session.exportPack(args.to));
+            }
+            if (const int failed = failIfError(session, strings))
+                return failed;
+            out << session.lastExportURL()->toLocalFile() << "\n";
+        }
+        return 0;
+    }
+    case Verb::help:
+    case Verb::version:
+        break;
+    }
+    return 0;
+}
 
 } // namespace
 
 bool wants(const QStringList &args)
 {
-    return !args.isEmpty() && args.front().startsWith(u'-');
+    if (args.isEmpty())
+        return false;
+    const QString &first = args.front();
+    return first.startsWith(u'-') || first == u"check" || first == u"export" ||
+           first == u"convert" || first == u"strip-audio";
 }
 
 int run(const QStringList &args)
 {
-    QTextStream out(stdout);
-    QTextStream err(stderr);
-    for (const QString &arg : args) {
-        if (arg == u"--version" || arg == u"-v") {
-            out << "cuebox " << CUEBOX_VERSION << "\n";
-            return 0;
-        }
-        if (arg == u"--help" || arg == u"-h") {
-            out << kUsage;
-            return 0;
-        }
-        err << "cuebox: unknown argument '" << arg << "'\n\n" << kUsage;
-        return 2;
+    const CliParse parse = parseCli(args);
+    if (!parse.arguments)
+        return usageError(parse.usageError, args.isEmpty() ? QString() : args.front());
+    const CliArguments &parsed = *parse.arguments;
+    if (parsed.verb == Verb::version) {
+        QTextStream(stdout) << "cuebox " << CUEBOX_VERSION << "\n";
+        return 0;
     }
-    out << kUsage;
-    return 0;
+    if (parsed.verb == Verb::help) {
+        QTextStream(stdout) << cliUsage(parsed.helpFor);
+        return 0;
+    }
+    return runVerb(parsed);
 }
 
 } // namespace CommandLine

@@ -1,0 +1,258 @@
+// Pack conversion with backup, audio stripping, cancelling, and the Alley hand-off.
+#include "packviewmodel.h"
+
+#include "l10n/apppreferences.h"
+#include "media/mediaconversion.h"
+#include "model/arenanamer.h"
+#include "model/pathnames.h"
+#include "output/filecopy.h"
+#include "output/timestamp.h"
+#include "session/alley.h"
+#include "session/platform.h"
+#include "session/progressbox.h"
+
+#include <QCoroFuture>
+#include <QDir>
+#include <QFileInfo>
+#include <QPointer>
+#include <QtConcurrent>
+
+namespace {
+
+const QString kCancelled = QStringLiteral("Cancelled");
+
+// Backup copies keep the source name; a second clip.mov becomes clip_1.mov, and so on.
+Result<QString> backupClips(const QList<MediaClip> &clips, const QString &folder,
+                            std::stop_token stop)
+{
+    if (!QDir().mkpath(folder))
+        return Error{Error::Kind::WriteFailed, QStringLiteral("Could not create the folder"),
+                     folder, 0};
+    for (const MediaClip &clip : clips) {
+        const QString name = PathNames::lastComponent(clip.sourcePath());
+        QString candidate = QDir(folder).filePath(name);
+        const QString stem = PathNames::deletingExtension(name);
+        const QString extension = PathNames::extension(name);
+        for (int k = 1; QFileInfo::exists(candidate); ++k) {
+            candidate = QDir(folder).filePath(stem + u'_' + QString::number(k) +
+                                              (extension.isEmpty() ? QString() : u'.' + extension));
+        }
+        const Status copied = copyFileFast(clip.sourcePath(), candidate, stop, {});
+        if (!copied) {
+            QFile::remove(candidate);
+            return copied.error();
+        }
+    }
+    return folder;
+}
+
+QString describe(const Error &error)
+{
+    if (error.kind == Error::Kind::Cancelled)
+        return kCancelled;
+    return error.path.isEmpty() ? error.message : error.message + QStringLiteral(": ") + error.path;
+}
+
+} // namespace
+
+void PackViewModel::replaceConverted(const QUuid &id, const MediaClip &fresh)
+{
+    for (qsizetype i = 0; i < m_clips.size(); ++i) {
+        if (m_clips[i].id != id)
+            continue;
+        QList<MediaClip> clips = m_clips;
+        MediaClip &entry = clips[i];
+        entry.sourceURL = fresh.sourceURL;
+        entry.originalName = fresh.originalName;
+        entry.fileSize = fresh.fileSize;
+        entry.duration = fresh.duration;
+        entry.width = fresh.width;
+        entry.height = fresh.height;
+        entry.frameRate = fresh.frameRate;
+        entry.videoCodec = fresh.videoCodec;
+        entry.audioCodec = fresh.audioCodec;
+        entry.hasAudio = fresh.hasAudio;
+        entry.issues = fresh.issues;
+        entry.isInspected = true;
+        // id, cue, Arena name, fingerprint and duplicate mark stay as they were.
+        requestThumbnail(entry);
+        setClips(std::move(clips));
+        return;
+    }
+}
+
+QCoro::Task<> PackViewModel::convertBatch(QList<MediaClip> targets, QString folder, bool dropAudio,
+                                          bool stripping)
+{
+    QPointer<PackViewModel> self(this);
+    if (!m_services.conversion) {
+        setStatus(PackStatus::error(QStringLiteral("Unsupported media")));
+        co_return;
+    }
+    const std::stop_token stop = m_conversionStop.get_token();
+    setConverting(true);
+    setConvertProgress(0.0);
+    const ConvertOptions options{m_convertFormat, dropAudio, m_forceEvenDimensions};
+    const qsizetype n = targets.size();
+    qint64 written = 0;
+    for (qsizetype i = 0; i < n; ++i) {
+        const MediaClip clip = targets[i];
+        setStatus(PackStatus::converting(i + 1, n, clip.arenaName));
+        auto box = std::make_shared<ProgressBox<double>>();
+        auto sampler = sampleProgress<double>(
+            this, box,
+            [this, i, n](const double &p) {
+                setConvertProgress((double(i) + p) / double(qMax<qsizetype>(n, 1)));
+            },
+            120);
+        // Stills convert as stills whatever the target format says.
+        const bool image = clip.isImage() && !stripping;
+        const bool even = m_forceEvenDimensions;
+        const std::shared_ptr<const MediaConversion> conversion = m_services.conversion;
+        QFuture<Result<QString>> future = QtConcurrent::run([=]() -> Result<QString> {
+            const auto report = [box](double p) { box->store(p); };
+            if (image)
+                return conversion->convertImage(clip, folder, even, report);
+            return conversion->convertVideo(clip, folder, options, report, stop);
+        });
+        Result<QString> result = co_await future;
+        if (!self)
+            co_return;
+        sampler.reset();
+        if (!result) {
+            setConverting(false);
+            setStatus(PackStatus::error(result.error().message));
+            co_return;
+        }
+        ++written;
+        setConvertProgress(double(i + 1) / double(qMax<qsizetype>(n, 1)));
+        MediaClip fresh = co_await inspectOffThread(*result);
+        if (!self)
+            co_return;
+        replaceConverted(clip.id, fresh);
+    }
+    setConverting(false);
+    setConvertProgress(1.0);
+    setStatus(PackStatus::converted(written));
+    if (!stripping) {
+        setLastExportURL(QUrl::fromLocalFile(folder));
+        if (m_services.desktop)
+            m_services.desktop->reveal(folder);
+    }
+}
+
+QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
+{
+    // One conversion at a time: a second start while one runs is refused, not queued, so two
+    // batches never fight over the same progress bar and output names.
+    if (m_isConverting)
+        co_return;
+    const bool problemsOnly = onlyProblems.value_or(m_convertOnlyProblems);
+    QList<MediaClip> selection;
+    if (problemsOnly) {
+        for (const MediaClip &clip : std::as_const(m_clips)) {
+            const ClipHealth health = clip.health();
+            if (health == ClipHealth::warn || health == ClipHealth::fail)
+                selection.append(clip);
+        }
+        if (selection.isEmpty()) {
+            setStatus(PackStatus::noProblems());
+            co_return;
+        }
+    } else {
+        selection = m_clips;
+        if (selection.isEmpty()) {
+            setStatus(PackStatus::addFirst());
+            co_return;
+        }
+    }
+    if (!m_services.panels)
+        co_return;
+    m_conversionStop = std::stop_source(); // a new batch starts uncancelled
+    const std::optional<QString> chosen =
+        m_services.panels->chooseFolder(text("panel.convert.message"), text("panel.convert.prompt"),
+                                        m_services.preferences->lastExportFolderURL());
+    if (!chosen)
+        co_return;
+    m_services.preferences->rememberExportFolder(*chosen);
+
+    const QString stamp = folderTimestamp(m_services.clock());
+    const QString name =
+        QStringLiteral("ArenaReady_") +
+        (m_showPrefix.isEmpty() ? QString() : ArenaNamer::sanitize(m_showPrefix) + u'_') + stamp;
+    const QString output = QDir(*chosen).filePath(name);
+    if (!QDir().mkpath(output)) {
+        setStatus(PackStatus::error(QStringLiteral("Could not create the folder: ") + output));
+        co_return;
+    }
+    if (m_services.preferences->autoBackupBeforeConvert()) {
+        QPointer<PackViewModel> self(this);
+        const QString backupFolder = QDir(*chosen).filePath(QStringLiteral("ArenaBackup_") + stamp);
+        const std::stop_token stop = m_conversionStop.get_token();
+        QFuture<Result<QString>> copying = QtConcurrent::run(
+            [selection, backupFolder, stop] { return backupClips(selection, backupFolder, stop); });
+        Result<QString> backup = co_await copying;
+        if (!self)
+            co_return;
+        if (!backup) {
+            setStatus(PackStatus::error(describe(backup.error())));
+            co_return;
+        }
+        setLastBackupURL(QUrl::fromLocalFile(*backup));
+    }
+    co_await convertBatch(selection, output, m_stripAudioOnConvert, false);
+}
+
+QCoro::Task<> PackViewModel::stripAudioFromAll()
+{
+    QList<QUuid> ids;
+    for (const MediaClip &clip : std::as_const(m_clips)) {
+        if (clip.hasAudio && !clip.isImage())
+            ids.append(clip.id);
+    }
+    if (ids.isEmpty()) {
+        setStatus(PackStatus::noAudioToStrip());
+        co_return;
+    }
+    co_await stripAudio(ids);
+}
+
+QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
+{
+    if (m_isConverting)
+        co_return;
+    QList<MediaClip> targets;
+    for (const MediaClip &clip : std::as_const(m_clips)) {
+        if (ids.contains(clip.id) && clip.hasAudio && !clip.isImage())
+            targets.append(clip);
+    }
+    if (targets.isEmpty())
+        co_return;
+    m_conversionStop = std::stop_source();
+    const QString folder = QDir(QDir::tempPath()).filePath(QStringLiteral("Cuebox_StripAudio"));
+    QDir().mkpath(folder); // a failure shows as the first conversion's own error
+    co_await convertBatch(targets, folder, true, true);
+}
+
+void PackViewModel::cancelConversion()
+{
+    m_conversionStop.request_stop();
+}
+
+void PackViewModel::cancelExport()
+{
+    m_exportStop.request_stop();
+}
+
+void PackViewModel::openSelectedInAlley()
+{
+    QStringList files;
+    for (const MediaClip &clip : std::as_const(m_clips))
+        files.append(clip.sourcePath());
+    if (files.isEmpty()) {
+        setStatus(PackStatus::addFirst());
+        return;
+    }
+    if (m_services.desktop)
+        Alley::open(files, *m_services.desktop);
+}

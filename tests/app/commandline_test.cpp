@@ -1,0 +1,118 @@
+// The built cuebox binary, run as a technician would over SSH: no display at all.
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Outcome {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+Outcome cuebox(const QStringList &args)
+{
+    QProcess process;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove("DISPLAY");
+    env.remove("WAYLAND_DISPLAY");
+    env.remove("QT_QPA_PLATFORM");
+    process.setProcessEnvironment(env);
+    process.start(QStringLiteral(CUEBOX_BINARY), args);
+    process.waitForFinished(120000);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+const QString kShow = QStringLiteral(CUEBOX_CLI_MEDIA "/show");
+
+} // namespace
+
+TEST(CommandLine, CheckPrintsRowsChecklistAndExitsRedWhenARedClipIsThere)
+{
+    const Outcome run = cuebox({"check", kShow});
+    EXPECT_EQ(run.exitCode, 1) << run.err.toStdString();
+    const QStringList lines = run.out.split(u'\n');
+    ASSERT_GE(lines.size(), 6);
+    EXPECT_TRUE(lines[1].startsWith("1    01_band_intro")) << lines[1].toStdString();
+    EXPECT_TRUE(lines[1].contains("WARN"));
+    EXPECT_TRUE(lines[1].contains("This clip has audio."));
+    EXPECT_TRUE(lines[3].contains("02_notes") || lines[2].contains("02_logo"));
+    EXPECT_TRUE(run.out.contains("Read error: Invalid data found when processing input"));
+    EXPECT_TRUE(run.out.contains("Pre-show checklist  1 / 5 ready"));
+    EXPECT_FALSE(run.out.contains("\x1b[")); // plain when piped
+
+    const Outcome clean = cuebox({"check", "--no-audio-warning", kShow + "/Opening.mov"});
+    EXPECT_EQ(clean.exitCode, 0);
+    EXPECT_TRUE(clean.out.contains("01_opening"));
+}
+
+TEST(CommandLine, UsageErrorsNameTheBadArgument)
+{
+    const Outcome bad = cuebox({"check", "--profile", "circle", kShow});
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(bad.err.contains("'circle'"));
+    EXPECT_EQ(cuebox({"check"}).exitCode, 2);
+    EXPECT_EQ(cuebox({"export", kShow}).exitCode, 2); // needs --to
+    const Outcome missing = cuebox({"check", kShow + "/nope"});
+    EXPECT_EQ(missing.exitCode, 2);
+    EXPECT_TRUE(missing.err.contains("nope"));
+    EXPECT_EQ(cuebox({"frobnicate"}).exitCode, 2);
+    const Outcome help = cuebox({"convert", "--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.contains("--only-problems"));
+}
+
+TEST(CommandLine, JsonAgreesWithTheManifestOfAnExport)
+{
+    const Outcome check = cuebox({"check", "--json", "--prefix", "Gig", kShow});
+    EXPECT_EQ(check.exitCode, 1);
+    const QJsonObject document = QJsonDocument::fromJson(check.out.toUtf8()).object();
+    const QJsonArray clips = document.value("clips").toArray();
+    ASSERT_EQ(clips.size(), 4);
+    EXPECT_EQ(document.value("checklist").toArray().size(), 5);
+    EXPECT_EQ(document.value("report").toObject().value("failCount").toInt(), 1);
+    EXPECT_EQ(document.value("status").toString(), "Ready: 4 clips");
+    const QJsonObject band = clips[0].toObject();
+    EXPECT_EQ(band.value("arenaName").toString(), "01_gig_band_intro");
+    EXPECT_EQ(band.value("audioCodec").toString(), "aac");
+    EXPECT_EQ(band.value("contentFingerprint").toString().size(), 64);
+    EXPECT_EQ(band.value("issues").toArray()[0].toObject().value("message").toString(),
+              "This clip has audio. Better convert it to an Arena-ready format without audio.");
+
+    QTemporaryDir out;
+    const Outcome exported = cuebox({"export", "--prefix", "Gig", kShow, "--to", out.path()});
+    ASSERT_EQ(exported.exitCode, 0) << exported.err.toStdString();
+    const QString pack = exported.out.trimmed();
+    EXPECT_TRUE(pack.startsWith(out.path() + "/Cuebox_gig_"));
+    QFile manifestFile(pack + "/manifest.json");
+    ASSERT_TRUE(manifestFile.open(QIODevice::ReadOnly));
+    const QJsonArray entries =
+        QJsonDocument::fromJson(manifestFile.readAll()).object().value("clips").toArray();
+    ASSERT_EQ(entries.size(), clips.size());
+    for (qsizetype i = 0; i < clips.size(); ++i) {
+        const QJsonObject clip = clips[i].toObject();
+        const QJsonObject entry = entries[i].toObject();
+        SCOPED_TRACE(clip.value("arenaName").toString().toStdString());
+        for (const char *key :
+             {"arenaName", "originalName", "health", "width", "height", "duration", "videoCodec"})
+            EXPECT_EQ(clip.value(key), entry.value(key)) << key;
+        EXPECT_EQ(clip.value("cue"), entry.value("cue"));
+        QStringList kinds;
+        for (const QJsonValue &issue : clip.value("issues").toArray())
+            kinds.append(issue.toObject().value("kind").toString());
+        QStringList manifestKinds;
+        for (const QJsonValue &kind : entry.value("issues").toArray())
+            manifestKinds.append(kind.toString());
+        EXPECT_EQ(kinds, manifestKinds);
+    }
+    EXPECT_TRUE(QFile::exists(pack + "/media/01_gig_band_intro.MP4"));
+}

@@ -1,0 +1,199 @@
+#include "sessionfixture.h"
+
+#include <QCoroTask>
+#include <QDirIterator>
+#include <QFileInfo>
+
+namespace {
+
+class Conversion : public SessionTest
+{
+protected:
+    void SetUp() override
+    {
+        VideoFacts loud = FakeProbe::defaultVideo();
+        loud.audioTrackCount = 1;
+        loud.audioCodecCode = FakeProbe::code("aac ");
+        m_probe->setVideo("loud.mov", loud);
+        m_probe->setVideo("a/clip.mov", loud);
+        m_probe->setImage("odd.png", ImageFacts{true, true, 1921, 1080});
+        // What the converter writes probes clean: audio gone, sizes even.
+        m_probe->setImage("03_odd.png", ImageFacts{true, true, 1920, 1080});
+        touch("show/fine.mov");
+        touch("show/loud.mov");
+        touch("show/odd.png");
+        QCoro::waitFor(vm().ingest({url(path("show"))}));
+        ASSERT_EQ(vm().clips().size(), 3);
+        QDir().mkpath(path("out"));
+        m_before = sources();
+    }
+    // Bytes and times of the original files: a conversion never touches them.
+    QMap<QString, QPair<QByteArray, QDateTime>> sources()
+    {
+        QMap<QString, QPair<QByteArray, QDateTime>> out;
+        QDirIterator it(path("show"), QDir::Files, QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            QFile file(it.next());
+            file.open(QIODevice::ReadOnly);
+            out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
+        }
+        return out;
+    }
+    QStringList folderNames(const QString &relative)
+    {
+        return QDir(path(relative)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    }
+    QMap<QString, QPair<QByteArray, QDateTime>> m_before;
+};
+
+} // namespace
+
+TEST_F(Conversion, OnlyProblemsConvertsWarnAndFailClipsWithBackupAndProgress)
+{
+    QList<double> progress{vm().convertProgress()};
+    QObject::connect(&vm(), &PackViewModel::convertProgressChanged,
+                     [&] { progress.append(vm().convertProgress()); });
+    const QList<MediaClip> before = vm().clips();
+    m_panels.folders.push_back(path("out"));
+    QCoro::waitFor(vm().convertPack(true));
+
+    EXPECT_EQ(vm().status(), PackStatus::converted(2));
+    EXPECT_EQ(m_conversion->calls(), 2);
+    EXPECT_EQ(folderNames("out"),
+              (QStringList{"ArenaBackup_2026-11-16T21-42-48Z", "ArenaReady_2026-11-16T21-42-48Z"}));
+    EXPECT_EQ(QDir(path("out/ArenaBackup_2026-11-16T21-42-48Z")).entryList(QDir::Files),
+              (QStringList{"loud.mov", "odd.png"}));
+    EXPECT_EQ(vm().lastBackupURL(),
+              QUrl::fromLocalFile(path("out/ArenaBackup_2026-11-16T21-42-48Z")));
+    EXPECT_EQ(vm().lastExportURL(),
+              QUrl::fromLocalFile(path("out/ArenaReady_2026-11-16T21-42-48Z")));
+    EXPECT_EQ(m_desktop.revealed.last(), path("out/ArenaReady_2026-11-16T21-42-48Z"));
+    EXPECT_EQ(m_panels.messages.last(), "Where should the Arena-ready folder go?");
+
+    const MediaClip &fine = vm().clips()[0];
+    const MediaClip &loud = vm().clips()[1];
+    const MediaClip &odd = vm().clips()[2];
+    EXPECT_EQ(fine, before[0]); // ok clips keep their source
+    EXPECT_EQ(loud.originalName, "02_loud.mov");
+    EXPECT_EQ(loud.arenaName, before[1].arenaName);
+    EXPECT_EQ(loud.cueIndex, before[1].cueIndex);
+    EXPECT_EQ(loud.id, before[1].id);
+    EXPECT_EQ(loud.contentFingerprint, before[1].contentFingerprint);
+    EXPECT_TRUE(loud.sourcePath().endsWith("ArenaReady_2026-11-16T21-42-48Z/02_loud.mov"));
+    EXPECT_EQ(odd.originalName, "03_odd.png");
+    EXPECT_TRUE(odd.issues.isEmpty()); // the even crop cleared the odd-size finding
+    EXPECT_FALSE(m_conversion->options().front().format != ArenaConvertFormat::proRes422);
+    EXPECT_TRUE(m_conversion->options().front().dropAudio);
+
+    ASSERT_GE(progress.size(), 3);
+    EXPECT_DOUBLE_EQ(progress.front(), 0.0);
+    EXPECT_DOUBLE_EQ(progress.back(), 1.0);
+    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
+    EXPECT_TRUE(progress.contains(0.5)); // one of two clips done
+    EXPECT_EQ(sources(), m_before);
+    EXPECT_FALSE(vm().isConverting());
+}
+
+TEST_F(Conversion, ProgressOfThreeClipsAndBackupNamesThatCollide)
+{
+    touch("other/loud.mov"); // a second loud.mov from another folder
+    QCoro::waitFor(vm().ingest({url(path("other"))}));
+    QList<double> progress{vm().convertProgress()};
+    QObject::connect(&vm(), &PackViewModel::convertProgressChanged,
+                     [&] { progress.append(vm().convertProgress()); });
+    m_panels.folders.push_back(path("out"));
+    QCoro::waitFor(vm().convertPack(std::nullopt)); // the switch says all clips
+    EXPECT_EQ(vm().status(), PackStatus::converted(4));
+    EXPECT_EQ(QDir(path("out/ArenaBackup_2026-11-16T21-42-48Z")).entryList(QDir::Files),
+              (QStringList{"fine.mov", "loud.mov", "loud_1.mov", "odd.png"}));
+    QList<double> milestones;
+    for (double p : progress) {
+        if (std::fmod(p * 4, 1.0) == 0.0 && (milestones.isEmpty() || milestones.back() != p))
+            milestones.append(p);
+    }
+    EXPECT_EQ(milestones, (QList<double>{0.0, 0.25, 0.5, 0.75, 1.0}));
+    for (auto it = m_before.cbegin(); it != m_before.cend(); ++it)
+        EXPECT_EQ(sources().value(it.key()), it.value());
+}
+
+TEST_F(Conversion, RefusalsAndChoices)
+{
+    vm().clear();
+    QCoro::waitFor(vm().convertPack(std::nullopt));
+    EXPECT_EQ(vm().status(), PackStatus::addFirst());
+    touch("clean/a.mov");
+    QCoro::waitFor(vm().ingest({url(path("clean"))}));
+    QCoro::waitFor(vm().convertPack(true));
+    EXPECT_EQ(vm().status(), PackStatus::noProblems());
+    EXPECT_TRUE(m_panels.messages.isEmpty());
+
+    m_panels.folders.push_back(std::nullopt); // cancelled chooser
+    const PackStatus before = vm().status();
+    QCoro::waitFor(vm().convertPack(false));
+    EXPECT_EQ(vm().status(), before);
+    EXPECT_TRUE(folderNames("out").isEmpty());
+
+    m_preferences.setAutoBackupBeforeConvert(false);
+    vm().setShowPrefix("Main Show");
+    m_panels.folders.push_back(path("out"));
+    QCoro::waitFor(vm().convertPack(false));
+    EXPECT_EQ(folderNames("out"), QStringList{"ArenaReady_main_show_2026-11-16T21-42-48Z"});
+    EXPECT_FALSE(vm().lastBackupURL());
+}
+
+TEST_F(Conversion, AFailureStopsTheBatchAndKeepsEarlierClips)
+{
+    m_conversion->failFor("03_odd", "PNG writer failed");
+    m_panels.folders.push_back(path("out"));
+    QCoro::waitFor(vm().convertPack(true));
+    EXPECT_EQ(vm().status(), PackStatus::error("PNG writer failed"));
+    EXPECT_EQ(vm().clips()[1].originalName, "02_loud.mov"); // converted before the failure
+    EXPECT_EQ(vm().clips()[2].originalName, "odd.png");
+    EXPECT_FALSE(vm().isConverting());
+    EXPECT_FALSE(vm().lastExportURL());
+    EXPECT_DOUBLE_EQ(vm().convertProgress(), 0.5);
+}
+
+TEST_F(Conversion, CancelStopsAtOnceAndASecondStartIsRefused)
+{
+    m_conversion->setDelay(std::chrono::milliseconds(5000));
+    m_panels.folders.push_back(path("out"));
+    m_panels.folders.push_back(path("out"));
+    auto running = vm().convertPack(false);
+    ASSERT_TRUE(waitUntil([&] { return vm().isConverting(); }));
+    QCoro::waitFor(vm().convertPack(false)); // refused while one runs
+    EXPECT_EQ(m_panels.folders.size(), 1);
+    QElapsedTimer timer;
+    timer.start();
+    vm().cancelConversion();
+    QCoro::waitFor(std::move(running));
+    EXPECT_LT(timer.elapsed(), 1000);
+    EXPECT_EQ(vm().status(), PackStatus::error("Cancelled"));
+    EXPECT_FALSE(vm().isConverting());
+    EXPECT_EQ(sources(), m_before);
+}
+
+TEST_F(Conversion, StrippingAudio)
+{
+    const MediaClip loudBefore = vm().clips()[1];
+    EXPECT_EQ(vm().clipsWithAudioCount(), 1);
+    QCoro::waitFor(vm().stripAudio({vm().clips()[0].id})); // no audio: nothing happens
+    EXPECT_EQ(m_conversion->calls(), 0);
+
+    m_probe->setVideo("02_loud.mov", FakeProbe::defaultVideo()); // the stripped file is silent
+    QCoro::waitFor(vm().stripAudioFromAll());
+    EXPECT_EQ(vm().status(), PackStatus::converted(1));
+    const MediaClip &loud = vm().clips()[1];
+    EXPECT_FALSE(loud.hasAudio);
+    EXPECT_TRUE(std::none_of(loud.issues.cbegin(), loud.issues.cend(),
+                             [](const ClipIssue &i) { return i.kind == IssueKind::audio; }));
+    EXPECT_EQ(loud.sourcePath(), QDir(QDir::tempPath()).filePath("Cuebox_StripAudio/02_loud.mov"));
+    EXPECT_EQ(loud.arenaName, loudBefore.arenaName);
+    EXPECT_EQ(vm().clipsWithAudioCount(), 0);
+    EXPECT_TRUE(m_conversion->options().back().dropAudio);
+    EXPECT_FALSE(vm().lastExportURL()); // stripping is not an export
+    EXPECT_EQ(sources(), m_before);
+
+    QCoro::waitFor(vm().stripAudioFromAll());
+    EXPECT_EQ(vm().status(), PackStatus::noAudioToStrip());
+}

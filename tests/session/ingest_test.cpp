@@ -1,0 +1,138 @@
+#include "sessionfixture.h"
+
+#include <QCoroTask>
+#include <QTimer>
+
+#include <unistd.h>
+
+using Ingest = SessionTest;
+
+TEST_F(Ingest, NewFilesAreProbedNamedInFileBrowserOrderAndSelected)
+{
+    touch("show/clip10.mov");
+    touch("show/clip2.mov");
+    touch("show/Clip1.mov");
+    touch("show/notes.txt");
+    QStringList &statuses = recordStatuses();
+    QCoro::waitFor(vm().ingest({url(path("show"))}));
+    EXPECT_EQ(originalNames(), (QStringList{"Clip1.mov", "clip2.mov", "clip10.mov"}));
+    EXPECT_EQ(arenaNames(), (QStringList{"01_clip1", "02_clip2", "03_clip10"}));
+    EXPECT_EQ(statuses,
+              (QStringList{"Scanning…", "Checking 1/3: Clip1.mov", "Checking 2/3: clip2.mov",
+                           "Checking 3/3: clip10.mov", "Ready: 3 clips"}));
+    EXPECT_EQ(vm().selectedClipID(), vm().clips().front().id);
+    EXPECT_FALSE(vm().isScanning());
+    EXPECT_EQ(m_thumbnailRequests.size(), 3);
+    for (const MediaClip &clip : vm().clips()) {
+        EXPECT_TRUE(clip.isInspected);
+        EXPECT_EQ(clip.contentFingerprint->size(), 64);
+    }
+}
+
+TEST_F(Ingest, RepeatsAndLinksAddNothingNew)
+{
+    touch("real/a.mov");
+    touch("real/b.png");
+    ASSERT_EQ(::symlink(QFile::encodeName(path("real")).constData(),
+                        QFile::encodeName(path("alias")).constData()),
+              0);
+    QCoro::waitFor(vm().ingest({url(path("real")), url(path("alias/a.mov"))}));
+    ASSERT_EQ(vm().clips().size(), 2);
+    const QUuid first = vm().clips()[0].id;
+    QCoro::waitFor(vm().ingest({url(path("alias"))}));
+    EXPECT_EQ(vm().clips().size(), 2);
+    EXPECT_EQ(vm().clips()[0].id, first);
+    EXPECT_EQ(vm().status(), PackStatus::ready(2));
+}
+
+TEST_F(Ingest, NewFilesAreNumberedAfterTheExistingOnes)
+{
+    touch("a/1.mov");
+    touch("a/2.mov");
+    touch("a/3.mov");
+    touch("b/x.mov");
+    touch("b/y.mov");
+    QCoro::waitFor(vm().ingest({url(path("a"))}));
+    const QList<MediaClip> before = vm().clips();
+    QCoro::waitFor(vm().ingest({url(path("b"))}));
+    EXPECT_EQ(arenaNames(), (QStringList{"01_1", "02_2", "03_3", "04_x", "05_y"}));
+    EXPECT_EQ(vm().clips().mid(0, 3), before);
+    EXPECT_EQ(vm().selectedClipID(), before.front().id); // the selection stays
+}
+
+TEST_F(Ingest, EmptyDropsAndNonMedia)
+{
+    QStringList &statuses = recordStatuses();
+    QCoro::waitFor(vm().ingest({}));
+    EXPECT_TRUE(statuses.isEmpty());
+    EXPECT_EQ(vm().status(), PackStatus::idle());
+
+    touch("junk/readme.txt");
+    QCoro::waitFor(vm().ingest({url(path("junk"))}));
+    EXPECT_EQ(vm().status(), PackStatus::empty());
+    EXPECT_EQ(vm().statusText(), "No media files found");
+
+    // Only local files count from a drop.
+    touch("d/a.mov");
+    EXPECT_TRUE(vm().handleDrop({QUrl("https://example.com/a.mov"), url(path("d/a.mov"))}));
+    EXPECT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+}
+
+TEST_F(Ingest, UnreadableFilesBecomeFailingClipsAndTheRestContinues)
+{
+    touch("s/a.mov");
+    touch("s/b.mov");
+    touch("s/c.mov");
+    m_probe->fail("b.mov", VideoFacts::Stage::open, "Invalid data found when processing input");
+    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ASSERT_EQ(vm().clips().size(), 3);
+    EXPECT_EQ(vm().clips()[1].health(), ClipHealth::fail);
+    EXPECT_EQ(vm().clips()[1].issues.front().kind, IssueKind::readError);
+    EXPECT_EQ(vm().clips()[2].health(), ClipHealth::ok);
+}
+
+TEST_F(Ingest, TheEventLoopRunsWhileProbing)
+{
+    for (int i = 0; i < 4; ++i)
+        touch(QStringLiteral("s/%1.mov").arg(i));
+    m_probe->setDelay(std::chrono::milliseconds(60));
+    int ticks = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+    timer.start(10);
+    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    EXPECT_EQ(vm().clips().size(), 4);
+    EXPECT_GE(ticks, 10); // 240 ms of probing: the GUI thread kept ticking
+}
+
+TEST_F(Ingest, ProfileChangeReprobesAndKeepsIdentity)
+{
+    touch("s/wide.mov");
+    touch("s/b.mov");
+    VideoFacts wide = FakeProbe::defaultVideo();
+    wide.naturalWidth = 5000;
+    wide.naturalHeight = 2812;
+    m_probe->setVideo("wide.mov", wide);
+    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    vm().setShowPrefix("gig");
+    vm().setArenaName(vm().clips()[0].id, "Opening Act");
+    const QList<MediaClip> before = vm().clips();
+    EXPECT_EQ(before[1].issues.size(), 1); // tooWide on a 16:9 stage
+    const int calls = m_probe->calls();
+    QStringList &statuses = recordStatuses();
+
+    vm().setScreenProfile(ScreenProfile::ledWall);
+    EXPECT_EQ(vm().preferredWidth(), 3840);
+    EXPECT_TRUE(waitUntil([&] { return !vm().isScanning(); }));
+    EXPECT_EQ(m_probe->calls(), calls + 2);
+    // Re-inspection names each clip by its Arena name, not its file name.
+    EXPECT_EQ(statuses, (QStringList{"Checking 1/2: opening_act", "Checking 2/2: 02_wide",
+                                     "Ready: 2 clips"}));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(vm().clips()[i].id, before[i].id);
+        EXPECT_EQ(vm().clips()[i].cueIndex, before[i].cueIndex);
+        EXPECT_EQ(vm().clips()[i].arenaName, before[i].arenaName);
+    }
+    EXPECT_TRUE(vm().clips()[1].issues.isEmpty()); // 5000 px is fine on an LED wall
+    EXPECT_EQ(vm().status(), PackStatus::ready(2));
+}

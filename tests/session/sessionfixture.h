@@ -1,0 +1,185 @@
+#pragma once
+
+#include "l10n/apppreferences.h"
+#include "l10n/localizationmanager.h"
+#include "media/fake/fakeconversion.h"
+#include "media/fake/fakeprobe.h"
+#include "output/packexporter.h"
+#include "session/packviewmodel.h"
+#include "session/platform.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimeZone>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+// Runs the event loop until `done` holds or the time is up.
+inline bool waitUntil(const std::function<bool()> &done, int timeoutMs = 10000)
+{
+    QDeadlineTimer deadline(timeoutMs);
+    while (!done()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+    return true;
+}
+
+// Panels answered from a script, in order; an empty answer means the user cancelled.
+class ScriptedPanels final : public Panels
+{
+public:
+    std::deque<QList<QUrl>> media;
+    std::deque<std::optional<QString>> folders;
+    std::deque<std::optional<QString>> files;
+    QStringList messages; // every panel's message, in order
+    std::optional<QString> lastStartFolder;
+    QString lastProposedName;
+
+    QList<QUrl> openMedia(const QString &message, const QString &) override
+    {
+        messages.append(message);
+        return take(media, {});
+    }
+    std::optional<QString> chooseFolder(const QString &message, const QString &,
+                                        const std::optional<QString> &start) override
+    {
+        messages.append(message);
+        lastStartFolder = start;
+        return take(folders, std::optional<QString>());
+    }
+    std::optional<QString> chooseSaveFile(const QString &message, const QString &,
+                                          const QString &proposed,
+                                          const std::optional<QString> &start) override
+    {
+        messages.append(message);
+        lastProposedName = proposed;
+        lastStartFolder = start;
+        return take(files, std::optional<QString>());
+    }
+    std::optional<QString> chooseOpenFile(const QString &message, const QString &) override
+    {
+        messages.append(message);
+        return take(files, std::optional<QString>());
+    }
+
+private:
+    template<typename T>
+    static T take(std::deque<T> &queue, T fallback)
+    {
+        if (queue.empty())
+            return fallback;
+        T value = queue.front();
+        queue.pop_front();
+        return value;
+    }
+};
+
+class RecordingDesktop final : public Desktop
+{
+public:
+    QStringList revealed;
+    QList<QPair<QStringList, QString>> opened;
+    QList<QUrl> urls;
+    void reveal(const QString &path) override { revealed.append(path); }
+    void openWithApplication(const QStringList &f, const QString &app) override
+    {
+        opened.append({f, app});
+    }
+    void openUrl(const QUrl &url) override { urls.append(url); }
+};
+
+// A session over a temporary folder with a fake media layer, scripted panels and private
+// preferences.
+class SessionTest : public ::testing::Test
+{
+protected:
+    SessionTest()
+        : m_settings(m_dir.filePath("prefs.conf"), QSettings::IniFormat)
+        , m_localization(m_settings)
+        , m_preferences(m_settings)
+        , m_probe(std::make_shared<FakeProbe>())
+        , m_conversion(std::make_shared<FakeConversion>())
+    {}
+
+    PackViewModel &vm()
+    {
+        if (!m_vm) {
+            PackViewModel::Services services;
+            services.probe = m_probe;
+            services.conversion = m_conversion;
+            services.panels = &m_panels;
+            services.desktop = &m_desktop;
+            services.localization = &m_localization;
+            services.preferences = &m_preferences;
+            services.copyFile = m_copyFile;
+            services.requestThumbnail = [this](const MediaClip &clip) {
+                m_thumbnailRequests.append(clip.sourcePath());
+            };
+            services.clock = [] {
+                return QDateTime(QDate(2026, 11, 16), QTime(21, 42, 48), QTimeZone::utc());
+            };
+            m_vm = std::make_unique<PackViewModel>(services);
+        }
+        return *m_vm;
+    }
+
+    QString path(const QString &relative) const { return m_dir.filePath(relative); }
+    // Distinct sizes by default, so that files never match as duplicates by accident.
+    QString touch(const QString &relative, QByteArray bytes = {})
+    {
+        if (bytes.isEmpty())
+            bytes = relative.toUtf8() + QByteArray(++m_touches, 'x');
+        const QString p = path(relative);
+        QDir().mkpath(QFileInfo(p).path());
+        QFile file(p);
+        file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+        return QFileInfo(p).canonicalFilePath();
+    }
+    static QUrl url(const QString &p) { return QUrl::fromLocalFile(p); }
+    QStringList arenaNames()
+    {
+        QStringList out;
+        for (const MediaClip &c : vm().clips())
+            out.append(c.arenaName);
+        return out;
+    }
+    QStringList originalNames()
+    {
+        QStringList out;
+        for (const MediaClip &c : vm().clips())
+            out.append(c.originalName);
+        return out;
+    }
+    // Every status the session shows from now on, as English text.
+    QStringList &recordStatuses()
+    {
+        QObject::connect(&vm(), &PackViewModel::statusChanged, [this] {
+            m_statuses.append(vm().status().text(L10n(AppLanguage::english)));
+        });
+        return m_statuses;
+    }
+
+    QTemporaryDir m_dir;
+    QSettings m_settings;
+    LocalizationManager m_localization;
+    AppPreferences m_preferences;
+    std::shared_ptr<FakeProbe> m_probe;
+    std::shared_ptr<FakeConversion> m_conversion;
+    ScriptedPanels m_panels;
+    RecordingDesktop m_desktop;
+    PackExporter::CopyFile m_copyFile;
+    std::unique_ptr<PackViewModel> m_vm;
+    QStringList m_statuses;
+    int m_touches = 0;
+    QStringList m_thumbnailRequests;
+};
