@@ -10,6 +10,7 @@
 #include "session/preshowchecklist.h"
 
 #include <QCoroTask>
+#include <QFuture>
 #include <QList>
 #include <QObject>
 #include <QUrl>
@@ -186,7 +187,10 @@ private:
     void setScreenProfileField(ScreenProfile profile);
     QString text(const char *key) const;
     void requestThumbnail(const MediaClip &clip);
-    QCoro::Task<MediaClip> inspectOffThread(QString path);
+    enum class Fingerprint { now, later };
+    QCoro::Task<MediaClip> inspectOffThread(QString path,
+                                            Fingerprint fingerprint = Fingerprint::now);
+    QFuture<QString> fingerprintOffThread(const MediaClip &clip);
     void replaceConverted(const QUuid &id, const MediaClip &fresh);
     QCoro::Task<> convertBatch(QList<MediaClip> targets, QString folder, bool dropAudio,
                                bool stripping);

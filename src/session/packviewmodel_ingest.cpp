@@ -15,21 +15,31 @@
 #include <QPointer>
 #include <QtConcurrent>
 
-QCoro::Task<MediaClip> PackViewModel::inspectOffThread(QString path)
+QCoro::Task<MediaClip> PackViewModel::inspectOffThread(QString path, Fingerprint fingerprint)
 {
     // The worker gets values only, never `this`.
     const std::shared_ptr<const MediaProbe> probe = m_services.probe;
     const InspectionRules rules = this->rules(); // read again for every file
+    const bool withFingerprint = fingerprint == Fingerprint::now;
     // g++ 12 destroys temporaries inside a co_await expression twice, so every future is a
     // named local before it is awaited.
-    QFuture<MediaClip> future = QtConcurrent::run([probe, rules, path] {
+    QFuture<MediaClip> future = QtConcurrent::run([probe, rules, path, withFingerprint] {
         MediaClip probed = MediaInspector::inspect(path, rules, *probe);
-        probed.contentFingerprint =
-            ContentFingerprint::make(path, probed.duration, probed.fileSize);
+        if (withFingerprint)
+            probed.contentFingerprint =
+                ContentFingerprint::make(path, probed.duration, probed.fileSize);
         return probed;
     });
     MediaClip clip = co_await future;
     co_return clip;
+}
+
+QFuture<QString> PackViewModel::fingerprintOffThread(const MediaClip &clip)
+{
+    return QtConcurrent::run(
+        [path = clip.sourcePath(), duration = clip.duration, size = clip.fileSize] {
+            return ContentFingerprint::make(path, duration, size);
+        });
 }
 
 QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
@@ -65,17 +75,29 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     const qsizetype base = m_clips.size();
     QList<MediaClip> added;
     added.reserve(fresh.size());
+    // Probes stay strictly one after another; a clip's fingerprint is hashed on the second
+    // core while the next file is probed.
+    QFuture<QString> pendingFingerprint;
     for (qsizetype i = 0; i < fresh.size(); ++i) {
         setStatus(PackStatus::checking(i + 1, fresh.size(), PathNames::lastComponent(fresh[i])));
-        MediaClip clip = co_await inspectOffThread(fresh[i]);
+        MediaClip clip = co_await inspectOffThread(fresh[i], Fingerprint::later);
         if (!self)
             co_return;
+        if (!added.isEmpty()) {
+            added.back().contentFingerprint = co_await pendingFingerprint;
+            if (!self)
+                co_return;
+        }
+        pendingFingerprint = fingerprintOffThread(clip);
         clip.cueIndex = base + i + 1;
         clip.arenaName =
             ArenaNamer::makeName(clip.cueIndex, clip.originalName, m_showPrefix, m_zeroPad);
         requestThumbnail(clip);
         added.append(std::move(clip));
     }
+    added.back().contentFingerprint = co_await pendingFingerprint;
+    if (!self)
+        co_return;
 
     QList<MediaClip> clips = m_clips;
     clips.append(added);
