@@ -19,6 +19,20 @@ bool MediaClip::isImage() const
     return PathNames::isImage(sourcePath());
 }
 
+void MediaClip::takeProbedFields(const MediaClip &probed)
+{
+    fileSize = probed.fileSize;
+    duration = probed.duration;
+    width = probed.width;
+    height = probed.height;
+    frameRate = probed.frameRate;
+    videoCodec = probed.videoCodec;
+    audioCodec = probed.audioCodec;
+    hasAudio = probed.hasAudio;
+    issues = probed.issues;
+    isInspected = probed.isInspected;
+}
+
 ClipHealth MediaClip::health() const
 {
     if (!isInspected)

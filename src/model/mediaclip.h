@@ -13,10 +13,10 @@
 struct MediaClip {
     QUuid id;
     QUrl sourceURL;
-    QString originalName; // file name with extension, as found on disk
-    QString arenaName;    // name in Arena, without extension
-    qint64 cueIndex = 0;  // 1-based; 0 until named
-    qint64 fileSize = 0;  // bytes; 0 when unknown
+    QString originalName;           // file name with extension, as found on disk
+    QString arenaName;              // name in Arena, without extension
+    qint64 cueIndex = 0;            // 1-based; 0 until named
+    qint64 fileSize = 0;            // bytes; 0 when unknown
     std::optional<double> duration; // seconds; 0 for stills
     std::optional<qint64> width;    // display size, rotation applied
     std::optional<qint64> height;
@@ -34,6 +34,10 @@ struct MediaClip {
 
     QString sourcePath() const { return sourceURL.toLocalFile(); }
     bool isImage() const; // by the source's extension, whatever the probe said
+
+    // Takes everything a probe found (size, duration, geometry, codecs, audio, findings) from
+    // `probed`, keeping this clip's identity, names, cue, fingerprint and duplicate mark.
+    void takeProbedFields(const MediaClip &probed);
 
     ClipHealth health() const;
     QString resolutionLabel() const;

@@ -64,17 +64,7 @@ void PackViewModel::replaceConverted(const QUuid &id, const MediaClip &fresh)
         MediaClip &entry = clips[i];
         entry.sourceURL = fresh.sourceURL;
         entry.originalName = fresh.originalName;
-        entry.fileSize = fresh.fileSize;
-        entry.duration = fresh.duration;
-        entry.width = fresh.width;
-        entry.height = fresh.height;
-        entry.frameRate = fresh.frameRate;
-        entry.videoCodec = fresh.videoCodec;
-        entry.audioCodec = fresh.audioCodec;
-        entry.hasAudio = fresh.hasAudio;
-        entry.issues = fresh.issues;
-        entry.isInspected = true;
-        // id, cue, Arena name, fingerprint and duplicate mark stay as they were.
+        entry.takeProbedFields(fresh); // id, cue, Arena name, fingerprint and mark stay
         requestThumbnail(entry);
         setClips(std::move(clips));
         return;

@@ -150,14 +150,12 @@ QCoro::Task<> PackViewModel::reinspectAll()
         MediaClip fresh = co_await inspectOffThread(old.sourcePath());
         if (!self)
             co_return;
-        fresh.id = old.id;
-        fresh.sourceURL = old.sourceURL;
-        fresh.originalName = old.originalName;
-        fresh.arenaName = old.arenaName;
-        fresh.cueIndex = old.cueIndex;
-        fresh.isDuplicate = false;
-        requestThumbnail(fresh);
-        reprobed.append(std::move(fresh));
+        MediaClip clip = old;
+        clip.takeProbedFields(fresh);
+        clip.contentFingerprint = fresh.contentFingerprint;
+        clip.isDuplicate = false;
+        requestThumbnail(clip);
+        reprobed.append(std::move(clip));
     }
     setClips(std::move(reprobed));
     markDuplicates();

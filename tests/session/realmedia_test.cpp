@@ -13,22 +13,11 @@ const QString kShow = QStringLiteral(CUEBOX_CLI_MEDIA "/show");
 class RealMedia : public SessionTest
 {
 protected:
-    RealMedia() { m_realProbe = std::make_shared<FfmpegProbe>(); }
-    PackViewModel &session()
+    std::shared_ptr<const MediaProbe> probeForSession() override
     {
-        if (!m_session) {
-            PackViewModel::Services services;
-            services.probe = m_realProbe;
-            services.conversion = m_conversion;
-            services.panels = &m_panels;
-            services.desktop = &m_desktop;
-            services.localization = &m_localization;
-            services.preferences = &m_preferences;
-            services.requestThumbnail = [](const MediaClip &) {};
-            m_session = std::make_unique<PackViewModel>(services);
-        }
-        return *m_session;
+        return std::make_shared<FfmpegProbe>();
     }
+    PackViewModel &session() { return vm(); }
     static QMap<QString, QPair<QByteArray, QDateTime>> sources()
     {
         QMap<QString, QPair<QByteArray, QDateTime>> out;
@@ -40,9 +29,6 @@ protected:
         }
         return out;
     }
-
-    std::shared_ptr<FfmpegProbe> m_realProbe;
-    std::unique_ptr<PackViewModel> m_session;
 };
 
 } // namespace
@@ -82,7 +68,7 @@ TEST_F(RealMedia, IngestJudgesExportsAndReloadsWithoutTouchingSources)
     m_panels.files.push_back(path("show.cuebox.json"));
     session().saveProject();
     const QList<MediaClip> saved = session().clips();
-    m_session.reset();
+    m_vm.reset();
     QCoro::waitFor(session().loadProject(path("show.cuebox.json")));
     EXPECT_EQ(session().status(), PackStatus::ready(4));
     for (int i = 0; i < 4; ++i) {

@@ -114,7 +114,7 @@ protected:
     {
         if (!m_vm) {
             PackViewModel::Services services;
-            services.probe = m_probe;
+            services.probe = probeForSession();
             services.conversion = m_conversion;
             services.panels = &m_panels;
             services.desktop = &m_desktop;
@@ -131,6 +131,8 @@ protected:
         }
         return *m_vm;
     }
+
+    virtual std::shared_ptr<const MediaProbe> probeForSession() { return m_probe; }
 
     QString path(const QString &relative) const { return m_dir.filePath(relative); }
     // Distinct sizes by default, so that files never match as duplicates by accident.
