@@ -58,3 +58,12 @@ struct DictionaryFreer {
 // An option list. FFmpeg swaps it through AVDictionary** for the options it did not use, so a
 // caller releases it for the call and takes the leftovers back at once.
 using DictionaryHandle = std::unique_ptr<AVDictionary, DictionaryFreer>;
+
+extern "C" {
+#include <libavutil/audio_fifo.h>
+}
+struct AudioFifoFreer {
+    void operator()(AVAudioFifo *p) const { av_audio_fifo_free(p); }
+};
+// Samples waiting for an encoder that takes fixed-size frames (AAC: 1024 per frame).
+using AudioFifoHandle = std::unique_ptr<AVAudioFifo, AudioFifoFreer>;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "media/convert/convertformat.h"
+#include "media/ffmpeg/avhandles.h"
+
+#include <cstdint>
+
+// How one target format is encoded: the single place where encoders and their settings are
+// chosen. The reasons and the measurements behind each value are in encodersettings.cpp.
+struct EncoderSettings {
+    const char *videoEncoder;       // libavcodec encoder name
+    AVPixelFormat pixelFormat;      // what the encoder is fed; decides which sizes need a crop
+    uint32_t videoTag;              // sample entry code in the movie
+    int profile;                    // FF_PROFILE_*
+    int fixedQuantiser;             // > 0: one quantiser for every frame (prores_ks -q:v)
+    const char *videoOptions;       // private options, "key=value:key=value"
+    const char *audioEncoder;       // libavcodec encoder name
+    AVSampleFormat sampleFormat;    // what the audio encoder is fed
+    uint32_t audioTag;              // sample entry code in the movie
+    int64_t audioBitRatePerChannel; // 0 for PCM
+    bool movieHeaderFirst;          // movflags +faststart
+};
+
+const EncoderSettings &encoderSettings(ArenaConvertFormat format);
+
+// Worker threads for one decoder or encoder: every core of the machine.
+int codecThreadCount();

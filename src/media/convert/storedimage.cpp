@@ -1,0 +1,109 @@
+#include "storedimage.h"
+
+#include "media/heif/heifimage.h"
+
+#include <QFile>
+#include <QImageReader>
+
+#include <libheif/heif.h>
+
+#include <cstring>
+#include <memory>
+
+namespace {
+
+struct ContextFreer {
+    void operator()(heif_context *p) const { heif_context_free(p); }
+};
+struct HandleReleaser {
+    void operator()(const heif_image_handle *p) const { heif_image_handle_release(p); }
+};
+struct ImageReleaser {
+    void operator()(const heif_image *p) const { heif_image_release(p); }
+};
+struct OptionsFreer {
+    void operator()(heif_decoding_options *p) const { heif_decoding_options_free(p); }
+};
+
+// Far beyond any camera; keeps a hostile header from asking for gigabytes.
+constexpr int kMaxSide = 16384;
+
+// Samples of fewer than 16 bits, as libheif leaves them in 16-bit words, spread over the full
+// 16-bit range so that white stays white (0x3FF becomes 0xFFFF).
+void widenSamples(QImage &image, int bits)
+{
+    if (bits >= 16 || bits <= 8)
+        return;
+    for (int y = 0; y < image.height(); ++y) {
+        auto *row = reinterpret_cast<quint16 *>(image.scanLine(y));
+        for (int x = 0; x < image.width() * 4; ++x)
+            row[x] = quint16((row[x] << (16 - bits)) | (row[x] >> (2 * bits - 16)));
+    }
+}
+
+QImage readHeif(const QString &path)
+{
+    std::unique_ptr<heif_context, ContextFreer> context(heif_context_alloc());
+    if (!context)
+        return {};
+    heif_context_set_maximum_image_size_limit(context.get(), kMaxSide);
+    if (heif_context_read_from_file(context.get(), QFile::encodeName(path).constData(), nullptr)
+            .code != heif_error_Ok)
+        return {};
+    heif_image_handle *primary = nullptr;
+    if (heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
+        return {};
+    std::unique_ptr<const heif_image_handle, HandleReleaser> handle(primary);
+    const bool alpha = heif_image_handle_has_alpha_channel(primary) != 0;
+    const int bits = heif_image_handle_get_luma_bits_per_pixel(primary);
+    const bool deep = bits > 8;
+    heif_chroma chroma = heif_chroma_interleaved_RGB;
+    QImage::Format format = QImage::Format_RGB888;
+    if (deep) {
+        chroma = QSysInfo::ByteOrder == QSysInfo::LittleEndian
+                     ? heif_chroma_interleaved_RRGGBBAA_LE
+                     : heif_chroma_interleaved_RRGGBBAA_BE;
+        format = alpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64;
+    } else if (alpha) {
+        chroma = heif_chroma_interleaved_RGBA;
+        format = QImage::Format_RGBA8888;
+    }
+    std::unique_ptr<heif_decoding_options, OptionsFreer> options(heif_decoding_options_alloc());
+    if (!options)
+        return {};
+    options->ignore_transformations =
+        1; // the stored pixels, like QImageReader without autoTransform
+    heif_image *decoded = nullptr;
+    if (heif_decode_image(primary, &decoded, heif_colorspace_RGB, chroma, options.get()).code !=
+        heif_error_Ok)
+        return {};
+    std::unique_ptr<const heif_image, ImageReleaser> image(decoded);
+    int stride = 0;
+    const uint8_t *plane =
+        heif_image_get_plane_readonly(decoded, heif_channel_interleaved, &stride);
+    const int width = heif_image_get_width(decoded, heif_channel_interleaved);
+    const int height = heif_image_get_height(decoded, heif_channel_interleaved);
+    if (!plane || width <= 0 || height <= 0)
+        return {};
+    QImage result(width, height, format);
+    if (result.isNull())
+        return {};
+    const qsizetype rowBytes = std::min<qsizetype>(result.bytesPerLine(), stride);
+    for (int y = 0; y < height; ++y)
+        std::memcpy(result.scanLine(y), plane + qsizetype(y) * stride, size_t(rowBytes));
+    if (deep)
+        widenSamples(result,
+                     heif_image_get_bits_per_pixel_range(decoded, heif_channel_interleaved));
+    return result;
+}
+
+} // namespace
+
+QImage StoredImage::read(const QString &path)
+{
+    if (HeifImage::looksLikeHeif(path))
+        return readHeif(path);
+    QImageReader reader(path);
+    reader.setAutoTransform(false);
+    return reader.read();
+}

@@ -1,0 +1,224 @@
+#include "videotrack.h"
+
+#include "convertoutput.h"
+
+extern "C" {
+#include <libavutil/pixdesc.h>
+}
+
+namespace {
+
+MediaConverterError failure(int error)
+{
+    return MediaConverterError::exportFailed(avErrorText(error));
+}
+
+bool isRgb(int format)
+{
+    const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(AVPixelFormat(format));
+    return descriptor && (descriptor->flags & AV_PIX_FMT_FLAG_RGB);
+}
+
+} // namespace
+
+TargetSize croppedSize(int width, int height, AVPixelFormat target)
+{
+    const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(target);
+    const int columnStep = descriptor ? 1 << descriptor->log2_chroma_w : 1;
+    const int rowStep = descriptor ? 1 << descriptor->log2_chroma_h : 1;
+    return {width - width % columnStep, height - height % rowStep};
+}
+
+VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t origin,
+                       ConvertOutput &output, std::stop_token stop)
+    : m_decoder(decoder)
+    , m_encoder(output.videoEncoder())
+    , m_source(source)
+    , m_output(output)
+    , m_stop(stop)
+    , m_decoded(av_frame_alloc())
+    , m_converted(av_frame_alloc())
+    , m_packet(av_packet_alloc())
+    , m_held(av_packet_alloc())
+    , m_offset(av_rescale_q(origin, AV_TIME_BASE_Q, source->time_base))
+{
+    // For frames that arrive without a duration: one frame at the track's usual rate.
+    if (m_encoder->framerate.num > 0 && m_encoder->framerate.den > 0)
+        m_defaultDuration = std::max<int64_t>(
+            1, av_rescale_q(1, av_inv_q(m_encoder->framerate), source->time_base));
+}
+
+std::optional<MediaConverterError> VideoTrack::send(const AVPacket *packet)
+{
+    const int sent = avcodec_send_packet(m_decoder, packet);
+    if (sent < 0 && sent != AVERROR_EOF)
+        return failure(sent);
+    if (auto error = receiveFrames())
+        return error;
+    if (packet)
+        return std::nullopt;
+    const int flushed = avcodec_send_frame(m_encoder, nullptr);
+    if (flushed < 0 && flushed != AVERROR_EOF)
+        return failure(flushed);
+    return receivePackets();
+}
+
+std::optional<MediaConverterError> VideoTrack::receiveFrames()
+{
+    for (;;) {
+        const int received = avcodec_receive_frame(m_decoder, m_decoded.get());
+        if (received == AVERROR(EAGAIN) || received == AVERROR_EOF)
+            return std::nullopt;
+        if (received < 0)
+            return failure(received);
+        std::optional<MediaConverterError> error = encode(m_decoded.get());
+        av_frame_unref(m_decoded.get());
+        if (error)
+            return error;
+        // Cancelling takes effect between frames, also while draining at the end.
+        if (m_stop.stop_requested())
+            return MediaConverterError::cancelled();
+    }
+}
+
+std::optional<MediaConverterError> VideoTrack::encode(AVFrame *decoded)
+{
+    int64_t pts = decoded->best_effort_timestamp;
+    if (pts == AV_NOPTS_VALUE)
+        pts = m_lastPts == AV_NOPTS_VALUE ? m_offset : m_lastPts + m_offset + m_lastDuration;
+    pts -= m_offset;
+    // Encoders and the muxer refuse a timestamp that does not move forward; a repeated one
+    // (broken sources have them) moves by one tick instead of losing the frame.
+    if (m_lastPts != AV_NOPTS_VALUE && pts <= m_lastPts)
+        pts = m_lastPts + 1;
+    const int64_t duration = decoded->pkt_duration > 0 ? decoded->pkt_duration : m_defaultDuration;
+
+    AVFrame *frame = convert(decoded);
+    if (!frame)
+        return failure(AVERROR(ENOMEM));
+    frame->pts = pts;
+    frame->pict_type = AV_PICTURE_TYPE_NONE; // let the encoder choose its own frame types
+    m_durations[pts] = duration;
+    const int sent = avcodec_send_frame(m_encoder, frame); // the encoder takes its own reference
+    if (sent < 0)
+        return failure(sent);
+    m_lastPts = pts;
+    m_lastDuration = duration;
+    if (m_firstPts == AV_NOPTS_VALUE)
+        m_firstPts = pts;
+    m_presentationEnd = m_presentationEnd == AV_NOPTS_VALUE
+                            ? pts + duration
+                            : std::max(m_presentationEnd, pts + duration);
+    m_writtenSeconds = double(pts + duration) * av_q2d(m_source->time_base);
+    return receivePackets();
+}
+
+AVFrame *VideoTrack::convert(AVFrame *decoded)
+{
+    const int width = m_encoder->width;
+    const int height = m_encoder->height;
+    // The source already has the target's layout: cropping the right and bottom edges only
+    // shortens the rows and columns read, so the decoded frame goes in as it is.
+    const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt);
+    if (decoded->format == m_encoder->pix_fmt && read.width == width && read.height == height) {
+        decoded->width = width;
+        decoded->height = height;
+        return decoded;
+    }
+    // Read only the part of the source that survives the crop; a source whose size changes
+    // mid-stream is scaled to the size the movie started with.
+    if (!m_scale || m_scaleWidth != read.width || m_scaleHeight != read.height ||
+        m_scaleFormat != decoded->format) {
+        m_scale.reset(sws_getContext(read.width, read.height, AVPixelFormat(decoded->format), width,
+                                     height, m_encoder->pix_fmt, SWS_BICUBIC, nullptr, nullptr,
+                                     nullptr));
+        if (!m_scale)
+            return nullptr;
+        m_scaleWidth = read.width;
+        m_scaleHeight = read.height;
+        m_scaleFormat = decoded->format;
+        int *sourceTable = nullptr;
+        int *targetTable = nullptr;
+        int sourceRange = 0;
+        int targetRange = 0;
+        int brightness = 0;
+        int contrast = 0;
+        int saturation = 0;
+        sws_getColorspaceDetails(m_scale.get(), &sourceTable, &sourceRange, &targetTable,
+                                 &targetRange, &brightness, &contrast, &saturation);
+        if (decoded->color_range == AVCOL_RANGE_JPEG)
+            sourceRange = 1;
+        // RGB sources become YUV with the HD matrix, which is how the movie is tagged.
+        const int *matrix = sws_getCoefficients(
+            isRgb(decoded->format)
+                ? SWS_CS_ITU709
+                : (decoded->colorspace == AVCOL_SPC_BT709 ? SWS_CS_ITU709 : SWS_CS_DEFAULT));
+        sws_setColorspaceDetails(m_scale.get(), matrix, sourceRange, matrix, 0, brightness,
+                                 contrast, saturation);
+    }
+    AVFrame *target = m_converted.get();
+    if (!target->buf[0]) {
+        target->format = m_encoder->pix_fmt;
+        target->width = width;
+        target->height = height;
+        if (av_frame_get_buffer(target, 0) < 0)
+            return nullptr;
+    }
+    // The encoder may still hold the previous picture (frame threading): write into a fresh
+    // buffer then, never into one it reads.
+    if (av_frame_make_writable(target) < 0)
+        return nullptr;
+    sws_scale(m_scale.get(), decoded->data, decoded->linesize, 0, read.height, target->data,
+              target->linesize);
+    target->sample_aspect_ratio = decoded->sample_aspect_ratio;
+    return target;
+}
+
+std::optional<MediaConverterError> VideoTrack::receivePackets()
+{
+    for (;;) {
+        const int received = avcodec_receive_packet(m_encoder, m_packet.get());
+        if (received == AVERROR(EAGAIN))
+            return std::nullopt;
+        if (received == AVERROR_EOF)
+            return writeLast();
+        if (received < 0)
+            return failure(received);
+        if (const auto found = m_durations.find(m_packet->pts); found != m_durations.end()) {
+            if (m_packet->duration <= 0)
+                m_packet->duration = found->second;
+            m_durations.erase(found);
+        }
+        if (m_firstDts == AV_NOPTS_VALUE)
+            m_firstDts = m_packet->dts;
+        // Each packet is written when the next one arrives: only the last needs a change.
+        if (m_held->data) {
+            const int written = m_output.writeVideo(m_held.get());
+            av_packet_unref(m_held.get());
+            if (written < 0)
+                return failure(written);
+        }
+        av_packet_move_ref(m_held.get(), m_packet.get());
+        if (m_stop.stop_requested())
+            return MediaConverterError::cancelled();
+    }
+}
+
+std::optional<MediaConverterError> VideoTrack::writeLast()
+{
+    if (!m_held->data)
+        return std::nullopt;
+    // The movie's length is the span of its decoding times plus the last sample's duration.
+    // An encoder that reorders frames at a variable rate derives decoding times from earlier
+    // pictures' times, so that span can differ from the pictures' own; the last sample
+    // absorbs the difference and the movie ends where its latest picture ends.
+    if (m_held->dts != AV_NOPTS_VALUE && m_firstDts != AV_NOPTS_VALUE &&
+        m_presentationEnd != AV_NOPTS_VALUE) {
+        const int64_t duration = m_presentationEnd - m_firstPts + m_firstDts - m_held->dts;
+        if (duration > 0)
+            m_held->duration = duration;
+    }
+    const int written = m_output.writeVideo(m_held.get());
+    av_packet_unref(m_held.get());
+    return written < 0 ? std::optional(failure(written)) : std::nullopt;
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "media/convert/mediaconverter.h"
+#include "media/ffmpeg/avhandles.h"
+
+#include <map>
+#include <optional>
+#include <stop_token>
+
+class ConvertOutput;
+
+// The largest size a target pixel format can carry inside `width` × `height`: odd sides of a
+// chroma-subsampled format lose their last column or row (no scaling). 0 when nothing is left.
+struct TargetSize {
+    int width = 0;
+    int height = 0;
+};
+TargetSize croppedSize(int width, int height, AVPixelFormat target);
+
+// Decoded source frames into encoded target packets for the video track. Timestamps pass
+// through in the source track's time base, shifted so that the movie starts at zero; they
+// are never regenerated, so variable frame rates survive.
+class VideoTrack
+{
+public:
+    // `origin` (in AV_TIME_BASE units) is the source instant that becomes zero in the movie.
+    VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t origin,
+               ConvertOutput &output, std::stop_token stop);
+
+    // One demuxed packet of the track; null drains the decoder and encoder at the end.
+    std::optional<MediaConverterError> send(const AVPacket *packet);
+    // How far the written track reaches, in seconds from its start.
+    double writtenSeconds() const { return m_writtenSeconds; }
+
+private:
+    std::optional<MediaConverterError> receiveFrames();
+    std::optional<MediaConverterError> encode(AVFrame *frame);
+    std::optional<MediaConverterError> receivePackets();
+    std::optional<MediaConverterError> writeLast();
+    AVFrame *convert(AVFrame *decoded);
+
+    AVCodecContext *m_decoder;
+    AVCodecContext *m_encoder;
+    const AVStream *m_source;
+    ConvertOutput &m_output;
+    std::stop_token m_stop;
+    FrameHandle m_decoded;
+    FrameHandle m_converted;
+    PacketHandle m_packet;
+    PacketHandle m_held; // the newest encoded packet, written once the next one exists
+    ScaleHandle m_scale;
+    int m_scaleWidth = 0;
+    int m_scaleHeight = 0;
+    int m_scaleFormat = -1;
+    int64_t m_offset = 0;
+    int64_t m_lastPts = AV_NOPTS_VALUE;
+    int64_t m_lastDuration = 0;
+    int64_t m_defaultDuration = 1;
+    int64_t m_firstPts = AV_NOPTS_VALUE;
+    int64_t m_firstDts = AV_NOPTS_VALUE;
+    int64_t m_presentationEnd = AV_NOPTS_VALUE; // where the latest-ending picture ends
+    // Frame durations by timestamp: encoders that reorder (H.264) hand packets back without
+    // them, and the movie's last sample needs one.
+    std::map<int64_t, int64_t> m_durations;
+    double m_writtenSeconds = 0;
+};

@@ -1,0 +1,133 @@
+#pragma once
+// Sources made by make_convert_fixtures.sh before these tests run (CTest fixture
+// "convert_media"), and the ffmpeg CLI as the independent reader of what the converter wrote.
+#include "model/mediaclip.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QString>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace ConvertFixtures {
+
+inline QString path(const QString &name)
+{
+    return QDir(QStringLiteral(CUEBOX_CONVERT_FIXTURES)).filePath(name);
+}
+
+inline MediaClip clipFor(const QString &file, const QString &arenaName)
+{
+    MediaClip clip = MediaClip::forFile(file);
+    clip.arenaName = arenaName;
+    return clip;
+}
+
+struct Run {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+inline Run run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    Run result;
+    if (!process.waitForFinished(60'000))
+        return result;
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.out = process.readAllStandardOutput();
+    result.err = process.readAllStandardError();
+    return result;
+}
+
+// ffprobe's report of a file: {"format": {...}, "streams": [...]}; empty when it fails.
+inline QJsonObject ffprobe(const QString &file)
+{
+    const Run probed = run(QStringLiteral("ffprobe"),
+                           {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"),
+                            QStringLiteral("json"), QStringLiteral("-show_format"),
+                            QStringLiteral("-show_streams"), file});
+    if (probed.exitCode != 0)
+        return {};
+    return QJsonDocument::fromJson(probed.out).object();
+}
+
+inline QList<QJsonObject> streams(const QJsonObject &report, const QString &type)
+{
+    QList<QJsonObject> found;
+    for (const QJsonValue &stream : report.value(QStringLiteral("streams")).toArray()) {
+        if (stream.toObject().value(QStringLiteral("codec_type")).toString() == type)
+            found.append(stream.toObject());
+    }
+    return found;
+}
+
+// The presentation times of a track's packets, in seconds, sorted.
+inline QList<double> packetTimes(const QString &file, const QString &selector)
+{
+    const Run probed =
+        run(QStringLiteral("ffprobe"),
+            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
+             selector, QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
+             QStringLiteral("-of"), QStringLiteral("csv=p=0"), file});
+    QList<double> times;
+    for (const QByteArray &line : probed.out.split('\n')) {
+        if (!line.trimmed().isEmpty())
+            times.append(line.trimmed().toDouble());
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
+// FFmpeg decodes every stream of the file to its end without a single complaint.
+inline ::testing::AssertionResult decodesCleanly(const QString &file)
+{
+    const Run decoded = run(QStringLiteral("ffmpeg"),
+                            {QStringLiteral("-nostdin"), QStringLiteral("-v"),
+                             QStringLiteral("error"), QStringLiteral("-i"), file,
+                             QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
+    if (decoded.exitCode == 0 && decoded.err.isEmpty())
+        return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure()
+           << "ffmpeg exit " << decoded.exitCode << ": " << decoded.err.toStdString();
+}
+
+// A source's bytes and modification time, to prove a conversion left it alone.
+struct Snapshot {
+    QByteArray sha256;
+    QDateTime modified;
+    qint64 size = -1;
+
+    static Snapshot of(const QString &file)
+    {
+        Snapshot snapshot;
+        QFile f(file);
+        if (f.open(QIODevice::ReadOnly))
+            snapshot.sha256 = QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
+        const QFileInfo info(file);
+        snapshot.modified = info.lastModified();
+        snapshot.size = info.size();
+        return snapshot;
+    }
+    friend bool operator==(const Snapshot &, const Snapshot &) = default;
+};
+
+// Every entry of a folder, hidden ones included: leftovers of a failed conversion show here.
+inline QStringList entries(const QString &folder)
+{
+    return QDir(folder).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+} // namespace ConvertFixtures

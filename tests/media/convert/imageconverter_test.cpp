@@ -1,0 +1,159 @@
+// Stills rewritten as PNG: sizes, pixels, bit depth, errors.
+#include "convertfixtures.h"
+
+#include "media/convert/mediaconverter.h"
+
+#include <QImage>
+#include <QImageReader>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace ConvertFixtures;
+
+namespace {
+
+class ImageConversion : public ::testing::Test
+{
+protected:
+    ConvertResult convert(const QString &fixture, bool forceEven)
+    {
+        const QString source = path(fixture);
+        const Snapshot before = Snapshot::of(source);
+        EXPECT_GT(before.size, 0) << "fixture missing: " << source.toStdString();
+        m_progress.clear();
+        ConvertResult result = MediaConverter::convertImage(
+            clipFor(source, QStringLiteral("04_still")), m_folder.path(), forceEven,
+            [this](double fraction) { m_progress.append(fraction); });
+        EXPECT_EQ(Snapshot::of(source), before) << "the source changed";
+        return result;
+    }
+
+    QString output() const { return m_folder.filePath(QStringLiteral("04_still.png")); }
+
+    static QImage stored(const QString &file)
+    {
+        QImageReader reader(file);
+        reader.setAutoTransform(false);
+        return reader.read();
+    }
+
+    QTemporaryDir m_folder;
+    QList<double> m_progress;
+};
+
+} // namespace
+
+TEST_F(ImageConversion, EvenSizesCropTheLastColumnAndRowOnly)
+{
+    const ConvertResult result = convert(QStringLiteral("still_1921x1081.png"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    EXPECT_EQ(*result, output());
+    EXPECT_EQ(m_progress, QList<double>{1.0});
+    EXPECT_EQ(entries(m_folder.path()), QStringList{QStringLiteral("04_still.png")});
+    const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
+    EXPECT_EQ(video.value(QStringLiteral("codec_name")).toString(), QStringLiteral("png"));
+    EXPECT_EQ(video.value(QStringLiteral("width")).toInt(), 1920);
+    EXPECT_EQ(video.value(QStringLiteral("height")).toInt(), 1080);
+    const QImage source = stored(path(QStringLiteral("still_1921x1081.png")));
+    const QImage written = stored(*result);
+    ASSERT_EQ(written.size(), QSize(1920, 1080));
+    EXPECT_TRUE(written.convertToFormat(QImage::Format_RGB32) ==
+                source.copy(0, 0, 1920, 1080).convertToFormat(QImage::Format_RGB32));
+    // The pattern differs between the kept corner and a shifted copy: the comparison bites.
+    EXPECT_FALSE(written.convertToFormat(QImage::Format_RGB32) ==
+                 source.copy(1, 1, 1920, 1080).convertToFormat(QImage::Format_RGB32));
+}
+
+TEST_F(ImageConversion, EvenImageIsWrittenUncropped)
+{
+    const ConvertResult result = convert(QStringLiteral("still_1920x1080.png"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    const QImage source = stored(path(QStringLiteral("still_1920x1080.png")));
+    EXPECT_TRUE(stored(*result).convertToFormat(QImage::Format_RGB32) ==
+                source.convertToFormat(QImage::Format_RGB32));
+}
+
+TEST_F(ImageConversion, OnePixelWideStillStaysUncropped)
+{
+    const ConvertResult result = convert(QStringLiteral("still_1x9.png"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    EXPECT_EQ(stored(*result).size(), QSize(1, 9));
+}
+
+TEST_F(ImageConversion, EvenSizesOffKeepsOddSizesAndPixels)
+{
+    const ConvertResult result = convert(QStringLiteral("still_33x17.png"), false);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    const QImage source = stored(path(QStringLiteral("still_33x17.png")));
+    const QImage written = stored(*result);
+    EXPECT_EQ(written.size(), QSize(33, 17));
+    EXPECT_TRUE(written.convertToFormat(QImage::Format_RGB32) ==
+                source.convertToFormat(QImage::Format_RGB32));
+}
+
+TEST_F(ImageConversion, SixteenBitStaysSixteenBit)
+{
+    const ConvertResult result = convert(QStringLiteral("still16_65x49.png"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
+    const QString pixelFormat = video.value(QStringLiteral("pix_fmt")).toString();
+    EXPECT_TRUE(pixelFormat == u"rgb48be" || pixelFormat == u"rgba64be")
+        << pixelFormat.toStdString();
+    EXPECT_EQ(video.value(QStringLiteral("width")).toInt(), 64);
+    EXPECT_EQ(video.value(QStringLiteral("height")).toInt(), 48);
+    const QImage source = stored(path(QStringLiteral("still16_65x49.png")));
+    const QImage written = stored(*result);
+    ASSERT_EQ(written.depth(), 64);
+    // Every 16-bit sample equal, not just the top 8 bits.
+    EXPECT_TRUE(written.convertToFormat(QImage::Format_RGBA64) ==
+                source.copy(0, 0, 64, 48).convertToFormat(QImage::Format_RGBA64));
+}
+
+TEST_F(ImageConversion, HeicIsDecodedThroughLibheif)
+{
+    const ConvertResult result = convert(QStringLiteral("still.heic"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    const QImage written = stored(*result).convertToFormat(QImage::Format_RGB32);
+    const QImage original =
+        stored(path(QStringLiteral("heic_source.png"))).convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(written.size(), QSize(400, 300));
+    // Lossy at quality 90: close to the picture it was made from, channel by channel.
+    qint64 totalError = 0;
+    for (int y = 0; y < 300; ++y) {
+        for (int x = 0; x < 400; ++x) {
+            const QRgb a = written.pixel(x, y);
+            const QRgb b = original.pixel(x, y);
+            totalError += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) +
+                          std::abs(qBlue(a) - qBlue(b));
+        }
+    }
+    EXPECT_LT(double(totalError) / (400.0 * 300 * 3), 6.0);
+}
+
+TEST_F(ImageConversion, ExistingFileOfTheOutputNameIsReplaced)
+{
+    {
+        QFile old(output());
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
+        old.write("an older still");
+    }
+    const ConvertResult result = convert(QStringLiteral("still_33x17.png"), true);
+    ASSERT_TRUE(result) << result.error().description().toStdString();
+    EXPECT_EQ(stored(output()).size(), QSize(32, 16));
+    EXPECT_EQ(entries(m_folder.path()), QStringList{QStringLiteral("04_still.png")});
+}
+
+TEST_F(ImageConversion, UnreadableImagesAreUnsupported)
+{
+    for (const char *name : {"garbage.png", "empty.mp4", "missing.png"}) {
+        SCOPED_TRACE(name);
+        const ConvertResult result = MediaConverter::convertImage(
+            clipFor(path(QLatin1String(name)), QStringLiteral("04_still")), m_folder.path(), true,
+            [this](double fraction) { m_progress.append(fraction); });
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error(), MediaConverterError::unsupported());
+    }
+    EXPECT_TRUE(m_progress.isEmpty());
+    EXPECT_EQ(entries(m_folder.path()), QStringList());
+}
