@@ -4,6 +4,7 @@
 #include "clireport.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
+#include "media/convert/ffmpegconversion.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
@@ -173,6 +174,7 @@ int runVerb(const CliArguments &args)
     QuietDesktop desktop;
     PackViewModel::Services services;
     services.probe = std::make_shared<FfmpegProbe>();
+    services.conversion = std::make_shared<FfmpegConversion>();
     services.panels = &panels;
     services.desktop = &desktop;
     services.localization = &localization;

@@ -1,11 +1,16 @@
 // The built cuebox binary, run as a technician would over SSH: no display at all.
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
+
+#include <csignal>
+#include <sys/types.h>
 
 #include <gtest/gtest.h>
 
@@ -115,4 +120,66 @@ TEST(CommandLine, JsonAgreesWithTheManifestOfAnExport)
         EXPECT_EQ(kinds, manifestKinds);
     }
     EXPECT_TRUE(QFile::exists(pack + "/media/01_gig_band_intro.MP4"));
+}
+
+TEST(CommandLine, StripAudioThenExportDropsTheAudioFinding)
+{
+    QTemporaryDir out;
+    const Outcome run = cuebox({"strip-audio", kShow + "/sub", "--to", out.path()});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains("Converted 1 files"));
+    QFile manifest(run.out.trimmed() + "/manifest.json");
+    ASSERT_TRUE(manifest.open(QIODevice::ReadOnly));
+    const QJsonObject clip =
+        QJsonDocument::fromJson(manifest.readAll()).object().value("clips").toArray()[0].toObject();
+    EXPECT_EQ(clip.value("arenaName").toString(), "01_band_intro");
+    EXPECT_EQ(clip.value("videoCodec").toString(), "apcn"); // ProRes 422 by default
+    EXPECT_TRUE(clip.value("issues").toArray().isEmpty());
+    EXPECT_TRUE(QFile::exists(out.path() + "/" + QFileInfo(run.out.trimmed()).fileName() +
+                              "/media/01_band_intro.mov"));
+}
+
+TEST(CommandLine, ConvertOnlyProblemsWritesArenaReadyAndBackup)
+{
+    QTemporaryDir out;
+    const Outcome run = cuebox({"convert", kShow + "/sub", kShow + "/Opening.mov", "--to",
+                                out.path(), "--only-problems", "--format", "h264"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString ready = run.out.trimmed();
+    EXPECT_TRUE(QFileInfo(ready).fileName().startsWith("ArenaReady_"));
+    EXPECT_EQ(QDir(ready).entryList(QDir::Files), QStringList{"01_band_intro.mov"});
+    const QStringList folders = QDir(out.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    ASSERT_EQ(folders.size(), 2);
+    EXPECT_TRUE(folders[0].startsWith("ArenaBackup_"));
+    EXPECT_EQ(QDir(out.path() + "/" + folders[0]).entryList(QDir::Files),
+              QStringList{"Band Intro.MP4"});
+}
+
+TEST(CommandLine, InterruptCancelsCleanlyWithStatus130)
+{
+    QTemporaryDir dir;
+    const QString source = dir.filePath("long/long.mov");
+    QDir().mkpath(dir.filePath("long"));
+    ASSERT_EQ(QProcess::execute("ffmpeg",
+                                {"-v", "error", "-y", "-f", "lavfi", "-i",
+                                 "testsrc=size=1920x1080:rate=25:duration=10", "-c:v", "libx264",
+                                 "-preset", "ultrafast", "-pix_fmt", "yuv420p", source}),
+              0);
+    QDir().mkpath(dir.filePath("out"));
+    QProcess process;
+    process.start(QStringLiteral(CUEBOX_BINARY),
+                  {"convert", dir.filePath("long"), "--to", dir.filePath("out"), "--no-backup"});
+    ASSERT_TRUE(process.waitForStarted());
+    QThread::msleep(1500); // well into the conversion
+    ::kill(static_cast<pid_t>(process.processId()), SIGINT);
+    ASSERT_TRUE(process.waitForFinished(10000));
+    EXPECT_EQ(process.exitCode(), 130);
+    // The ArenaReady folder exists but holds no file, not even a hidden partial one.
+    const QStringList folders =
+        QDir(dir.filePath("out")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    ASSERT_EQ(folders.size(), 1);
+    EXPECT_TRUE(QDir(dir.filePath("out/" + folders[0]))
+                    .entryList(QDir::Files | QDir::Hidden | QDir::System)
+                    .isEmpty());
+    EXPECT_TRUE(QFile::exists(source));
 }
