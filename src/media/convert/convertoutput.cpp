@@ -78,7 +78,7 @@ std::optional<MediaConverterError> ConvertOutput::openVideo(AVFormatContext *sou
         encoder->chroma_sample_location = decoder->chroma_sample_location;
     }
     encoder->profile = m_settings->profile;
-    encoder->thread_count = codecThreadCount();
+    encoder->thread_count = codecThreadCount(m_settings->encoderThreads);
     encoder->thread_type = FF_THREAD_FRAME | FF_THREAD_SLICE;
     if (m_settings->fixedQuantiser > 0) {
         encoder->flags |= AV_CODEC_FLAG_QSCALE;

@@ -49,6 +49,7 @@ const EncoderSettings kProRes422{
     .videoTag = MKTAG('a', 'p', 'c', 'n'),
     .profile = FF_PROFILE_PRORES_STANDARD,
     .fixedQuantiser = 5,
+    .encoderThreads = ThreadRule::libavcodec,
     .videoOptions = "profile=standard",
     .audioEncoder = "pcm_s16le",
     .sampleFormat = AV_SAMPLE_FMT_S16,
@@ -63,6 +64,7 @@ const EncoderSettings kProRes422LT{
     .videoTag = MKTAG('a', 'p', 'c', 's'),
     .profile = FF_PROFILE_PRORES_LT,
     .fixedQuantiser = 7,
+    .encoderThreads = ThreadRule::libavcodec,
     .videoOptions = "profile=lt",
     .audioEncoder = "pcm_s16le",
     .sampleFormat = AV_SAMPLE_FMT_S16,
@@ -79,6 +81,7 @@ const EncoderSettings kH264{
     .videoTag = MKTAG('a', 'v', 'c', '1'),
     .profile = FF_PROFILE_H264_HIGH,
     .fixedQuantiser = 0,
+    .encoderThreads = ThreadRule::x264,
     .videoOptions = "preset=medium:crf=17:profile=high",
     .audioEncoder = "aac",
     .sampleFormat = AV_SAMPLE_FMT_FLTP,
@@ -102,7 +105,10 @@ const EncoderSettings &encoderSettings(ArenaConvertFormat format)
     return kProRes422;
 }
 
-int codecThreadCount()
+int codecThreadCount(ThreadRule rule)
 {
-    return int(std::max(1u, std::thread::hardware_concurrency()));
+    const int cores = int(std::max(1u, std::thread::hardware_concurrency()));
+    if (rule == ThreadRule::x264)
+        return std::max(1, cores * 3 / 2);
+    return cores > 1 ? cores + 1 : 1;
 }

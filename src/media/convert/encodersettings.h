@@ -5,14 +5,21 @@
 
 #include <cstdint>
 
+// How many threads a codec gets, by the rule of the library that runs them.
+enum class ThreadRule {
+    libavcodec, // frame or slice threads of libavcodec: cores + 1, so one waits ready
+    x264,       // x264's own frame threads: 1.5 per core, as x264 picks by itself
+};
+
 // How one target format is encoded: the single place where encoders and their settings are
 // chosen. The reasons and the measurements behind each value are in encodersettings.cpp.
 struct EncoderSettings {
-    const char *videoEncoder;       // libavcodec encoder name
-    AVPixelFormat pixelFormat;      // what the encoder is fed; decides which sizes need a crop
-    uint32_t videoTag;              // sample entry code in the movie
-    int profile;                    // FF_PROFILE_*
-    int fixedQuantiser;             // > 0: one quantiser for every frame (prores_ks -q:v)
+    const char *videoEncoder;  // libavcodec encoder name
+    AVPixelFormat pixelFormat; // what the encoder is fed; decides which sizes need a crop
+    uint32_t videoTag;         // sample entry code in the movie
+    int profile;               // FF_PROFILE_*
+    int fixedQuantiser;        // > 0: one quantiser for every frame (prores_ks -q:v)
+    ThreadRule encoderThreads;
     const char *videoOptions;       // private options, "key=value:key=value"
     const char *audioEncoder;       // libavcodec encoder name
     AVSampleFormat sampleFormat;    // what the audio encoder is fed
@@ -23,5 +30,5 @@ struct EncoderSettings {
 
 const EncoderSettings &encoderSettings(ArenaConvertFormat format);
 
-// Worker threads for one decoder or encoder: every core of the machine.
-int codecThreadCount();
+// Worker threads for one decoder or encoder; libavcodec would use one thread only.
+int codecThreadCount(ThreadRule rule = ThreadRule::libavcodec);

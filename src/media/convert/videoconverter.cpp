@@ -76,6 +76,9 @@ std::optional<MediaConverterError> transcode(ConvertInput &input, VideoTrack &vi
         if (auto error = audio->send(nullptr))
             return error;
     }
+    // A track whose every packet the decoder swallowed would give an empty movie.
+    if (video.framesEncoded() == 0)
+        return MediaConverterError::unsupported();
     return std::nullopt;
 }
 

@@ -102,6 +102,7 @@ std::optional<MediaConverterError> VideoTrack::encode(AVFrame *decoded)
     const int sent = avcodec_send_frame(m_encoder, frame); // the encoder takes its own reference
     if (sent < 0)
         return failure(sent);
+    ++m_framesEncoded;
     m_lastPts = pts;
     m_lastDuration = duration;
     if (m_firstPts == AV_NOPTS_VALUE)

@@ -31,6 +31,7 @@ public:
     std::optional<MediaConverterError> send(const AVPacket *packet);
     // How far the written track reaches, in seconds from its start.
     double writtenSeconds() const { return m_writtenSeconds; }
+    int64_t framesEncoded() const { return m_framesEncoded; }
 
 private:
     std::optional<MediaConverterError> receiveFrames();
@@ -63,4 +64,5 @@ private:
     // them, and the movie's last sample needs one.
     std::map<int64_t, int64_t> m_durations;
     double m_writtenSeconds = 0;
+    int64_t m_framesEncoded = 0;
 };

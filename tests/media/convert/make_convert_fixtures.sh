@@ -48,6 +48,9 @@ ff -f lavfi -i "$(pattern 320x180)" -f lavfi -i "$(tone)" "${x264[@]}" -c:a aac 
     -movflags +faststart whole.mp4
 size=$(stat -c %s whole.mp4)
 head -c $((size * 6 / 10)) whole.mp4 >truncated.mp4 # index complete, samples missing
+cp whole.mp4 damaged.mp4 # every byte there, but a stretch of the samples zeroed
+zeroed=$((size * 4 / 10))
+dd if=/dev/zero of=damaged.mp4 bs=1 seek=$((size / 2)) count=$zeroed conv=notrunc status=none
 rm whole.mp4
 head -c 3000 av.mov >headless.mov # samples only, the index never written
 printf 'This is a shopping list, not a movie.\n' >garbage.mov
@@ -106,6 +109,10 @@ heif-info still.heic | grep -q '^image: 400x300 .*primary' ||
 [[ ! -s empty.mp4 ]] || { echo "empty.mp4 is not empty" >&2; exit 1; }
 ffprobe -v error truncated.mp4 >/dev/null 2>&1 ||
     { echo "truncated.mp4 lost its index: it must open and fail later" >&2; exit 1; }
+# Damaged: the whole file's length, the same first half as the truncated copy, then zeros.
+[[ "$(stat -c %s damaged.mp4)" == "$size" ]] && cmp -s -n $((size / 2)) truncated.mp4 damaged.mp4 &&
+    [[ -z "$(head -c $((size / 2 + zeroed)) damaged.mp4 | tail -c "$zeroed" | tr -d '\0')" ]] ||
+    { echo "damaged.mp4 is not the clip with a zeroed stretch" >&2; exit 1; }
 if ffprobe -v error headless.mov >/dev/null 2>&1; then
     echo "headless.mov opens" >&2
     exit 1

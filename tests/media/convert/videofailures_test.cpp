@@ -113,6 +113,23 @@ TEST_F(VideoFailure, TruncatedSourceFailsWithFfmpegsTextAndLeavesNothing)
     EXPECT_EQ(entries(m_folder.path()), QStringList());
 }
 
+TEST_F(VideoFailure, DamagedSamplesFailWithFfmpegsText)
+{
+    for (const bool dropAudio : {false, true}) {
+        SCOPED_TRACE(dropAudio ? "video only" : "video and audio");
+        const QString source = path(QStringLiteral("damaged.mp4"));
+        const Snapshot before = Snapshot::of(source);
+        const ConvertResult result = MediaConverter::convertVideo(
+            clipFor(source, QStringLiteral("02_broken")), m_folder.path(),
+            ConvertOptions{ArenaConvertFormat::h264, dropAudio, false}, {}, {});
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error(), MediaConverterError::exportFailed(
+                                      QStringLiteral("Invalid data found when processing input")));
+        EXPECT_EQ(Snapshot::of(source), before);
+        EXPECT_EQ(entries(m_folder.path()), QStringList());
+    }
+}
+
 TEST_F(VideoFailure, VanishedSourceSaysSo)
 {
     const ConvertResult result = convert(m_folder.filePath(QStringLiteral("gone.mov")));
