@@ -2,7 +2,10 @@
 
 #include "convertoutput.h"
 
+#include "encodersettings.h"
+
 extern "C" {
+#include <libavutil/opt.h>
 #include <libavutil/pixdesc.h>
 }
 
@@ -17,6 +20,27 @@ bool isRgb(int format)
 {
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(AVPixelFormat(format));
     return descriptor && (descriptor->flags & AV_PIX_FMT_FLAG_RGB);
+}
+
+// The pixel-format conversion runs in slices on every core: done on the pipeline's own thread
+// it would hold up the decoder and encoder threads waiting for it.
+ScaleHandle makeScaler(TargetSize from, AVPixelFormat fromFormat, TargetSize to,
+                       AVPixelFormat toFormat)
+{
+    ScaleHandle scale(sws_alloc_context());
+    if (!scale)
+        return {};
+    SwsContext *c = scale.get();
+    if (av_opt_set_int(c, "srcw", from.width, 0) < 0 ||
+        av_opt_set_int(c, "srch", from.height, 0) < 0 ||
+        av_opt_set_int(c, "src_format", fromFormat, 0) < 0 ||
+        av_opt_set_int(c, "dstw", to.width, 0) < 0 || av_opt_set_int(c, "dsth", to.height, 0) < 0 ||
+        av_opt_set_int(c, "dst_format", toFormat, 0) < 0 ||
+        av_opt_set_int(c, "sws_flags", SWS_BICUBIC, 0) < 0 ||
+        av_opt_set_int(c, "threads", codecThreadCount(), 0) < 0 ||
+        sws_init_context(c, nullptr, nullptr) < 0)
+        return {};
+    return scale;
 }
 
 } // namespace
@@ -38,6 +62,7 @@ VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t 
     , m_stop(stop)
     , m_decoded(av_frame_alloc())
     , m_converted(av_frame_alloc())
+    , m_cropped(av_frame_alloc())
     , m_packet(av_packet_alloc())
     , m_held(av_packet_alloc())
     , m_offset(av_rescale_q(origin, AV_TIME_BASE_Q, source->time_base))
@@ -98,6 +123,12 @@ std::optional<MediaConverterError> VideoTrack::encode(AVFrame *decoded)
         return failure(AVERROR(ENOMEM));
     frame->pts = pts;
     frame->pict_type = AV_PICTURE_TYPE_NONE; // let the encoder choose its own frame types
+    // ProRes writes each frame's own colour description into its header, not the encoder's.
+    frame->color_range = m_encoder->color_range;
+    frame->colorspace = m_encoder->colorspace;
+    frame->color_primaries = m_encoder->color_primaries;
+    frame->color_trc = m_encoder->color_trc;
+    frame->chroma_location = m_encoder->chroma_sample_location;
     m_durations[pts] = duration;
     const int sent = avcodec_send_frame(m_encoder, frame); // the encoder takes its own reference
     if (sent < 0)
@@ -121,7 +152,8 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
     // The source already has the target's layout: cropping the right and bottom edges only
     // shortens the rows and columns read, so the decoded frame goes in as it is.
     const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt);
-    if (decoded->format == m_encoder->pix_fmt && read.width == width && read.height == height) {
+    if (decoded->format == m_encoder->pix_fmt && decoded->color_range != AVCOL_RANGE_JPEG &&
+        read.width == width && read.height == height) {
         decoded->width = width;
         decoded->height = height;
         return decoded;
@@ -130,9 +162,8 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
     // mid-stream is scaled to the size the movie started with.
     if (!m_scale || m_scaleWidth != read.width || m_scaleHeight != read.height ||
         m_scaleFormat != decoded->format) {
-        m_scale.reset(sws_getContext(read.width, read.height, AVPixelFormat(decoded->format), width,
-                                     height, m_encoder->pix_fmt, SWS_BICUBIC, nullptr, nullptr,
-                                     nullptr));
+        m_scale =
+            makeScaler(read, AVPixelFormat(decoded->format), {width, height}, m_encoder->pix_fmt);
         if (!m_scale)
             return nullptr;
         m_scaleWidth = read.width;
@@ -169,8 +200,15 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
     // buffer then, never into one it reads.
     if (av_frame_make_writable(target) < 0)
         return nullptr;
-    sws_scale(m_scale.get(), decoded->data, decoded->linesize, 0, read.height, target->data,
-              target->linesize);
+    // The crop at the right and bottom edges is only a smaller size over the same planes.
+    if (av_frame_ref(m_cropped.get(), decoded) < 0)
+        return nullptr;
+    m_cropped->width = read.width;
+    m_cropped->height = read.height;
+    const int scaled = sws_scale_frame(m_scale.get(), target, m_cropped.get());
+    av_frame_unref(m_cropped.get());
+    if (scaled < 0)
+        return nullptr;
     target->sample_aspect_ratio = decoded->sample_aspect_ratio;
     return target;
 }

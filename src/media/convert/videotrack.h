@@ -47,6 +47,7 @@ private:
     std::stop_token m_stop;
     FrameHandle m_decoded;
     FrameHandle m_converted;
+    FrameHandle m_cropped; // a view of the decoded frame, sized like the target
     PacketHandle m_packet;
     PacketHandle m_held; // the newest encoded packet, written once the next one exists
     ScaleHandle m_scale;

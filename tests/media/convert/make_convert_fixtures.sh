@@ -38,6 +38,12 @@ ff -f lavfi -i "$(pattern 321x181)" -c:v libx264 -preset ultrafast -pix_fmt yuv4
 ff -f lavfi -i "$(pattern 320x180 25 1.2)" \
     -vf "setpts='if(lt(N,10),N*0.04,0.4+(N-10)*0.1)/TB'" -fps_mode passthrough \
     -video_track_timescale 1000 "${x264[@]}" vfr.mov
+# Full-range YUV (JPEG levels) and RGB sources: the movie is limited-range YUV either way.
+ff -f lavfi -i "$(pattern 320x180 25 1)" -c:v mjpeg -pix_fmt yuvj422p -q:v 2 fullrange.mov
+ff -f lavfi -i "$(pattern 320x180 25 1)" -c:v png -pix_fmt rgb24 rgb.mov
+# Already in the ProRes layout (10-bit 4:2:2): frames go to the encoder without conversion.
+ff -f lavfi -i "$(pattern 320x180 25 1)" -c:v prores_ks -profile:v hq -pix_fmt yuv422p10le \
+    prores10.mov
 # A phone held upright: landscape pixels and a display matrix turning them by 90°.
 "$rotate" av.mov rotated.mov 90
 # Long enough to cancel in the middle of it.
@@ -89,6 +95,10 @@ check two_audio.mov a:1 stream=codec_name pcm_s16le
 [[ -z "$(probe audio_only.m4a v stream=index)" ]] || { echo "audio_only.m4a has video" >&2; exit 1; }
 check odd.mov v:0 stream=width 321
 check odd.mov v:0 stream=height 181
+check fullrange.mov v:0 stream=pix_fmt yuvj422p
+check fullrange.mov v:0 stream=color_range pc
+check rgb.mov v:0 stream=pix_fmt rgb24
+check prores10.mov v:0 stream=pix_fmt yuv422p10le
 check vfr.mov v:0 stream=nb_frames 30
 check vfr.mov v:0 stream=duration 2.320000
 steps="$(ffprobe -v error -select_streams v -show_entries packet=duration_time -of csv=p=0 vfr.mov |

@@ -241,6 +241,39 @@ TEST_F(VideoConversion, CropKeepsTheTopLeftPixels)
     EXPECT_LT(double(totalError) / double(got.size()), 2.0);
 }
 
+// Levels and colours survive the trip into limited-range YUV: ffmpeg shows the first frame of
+// source and movie as RGB, and they agree within what the encoders lose.
+TEST_F(VideoConversion, SourcesOfEveryLayoutKeepTheirColours)
+{
+    const auto firstFrameRgb = [](const QString &file) {
+        return run(QStringLiteral("ffmpeg"),
+                   {QStringLiteral("-nostdin"), QStringLiteral("-v"), QStringLiteral("error"),
+                    QStringLiteral("-i"), file, QStringLiteral("-frames:v"), QStringLiteral("1"),
+                    QStringLiteral("-f"), QStringLiteral("rawvideo"), QStringLiteral("-pix_fmt"),
+                    QStringLiteral("rgb24"), QStringLiteral("-")})
+            .out;
+    };
+    for (const char *name : {"fullrange.mov", "rgb.mov", "prores10.mov"}) {
+        for (const FormatCase &row : kFormatCases) {
+            SCOPED_TRACE(std::string(name) + ", " + row.name);
+            const ConvertResult result = convert(QLatin1String(name), row.format);
+            ASSERT_TRUE(result) << result.error().description().toStdString();
+            const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
+            // H.264 states nothing when the source stated no colours; limited is its default.
+            EXPECT_NE(video.value(QStringLiteral("color_range")).toString(), QStringLiteral("pc"));
+            const QByteArray expected = firstFrameRgb(path(QLatin1String(name)));
+            const QByteArray got = firstFrameRgb(*result);
+            ASSERT_EQ(expected.size(), 320 * 180 * 3);
+            ASSERT_EQ(got.size(), expected.size());
+            qint64 totalError = 0;
+            for (qsizetype i = 0; i < got.size(); ++i)
+                totalError += std::abs(int(quint8(got[i])) - int(quint8(expected[i])));
+            // Wrong levels or a wrong matrix shift every pixel by far more than this.
+            EXPECT_LT(double(totalError) / double(got.size()), 4.0);
+        }
+    }
+}
+
 TEST_F(VideoConversion, VariableFrameRateTimestampsSurvive)
 {
     const QList<double> source = packetTimes(path(QStringLiteral("vfr.mov")), QStringLiteral("v"));
