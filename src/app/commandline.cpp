@@ -303,9 +303,15 @@ bool wants(const QStringList &args)
 {
     if (args.isEmpty())
         return false;
+    // The window takes folders and files to add; anything else is for the command line, which
+    // names a mistyped verb or a missing path instead of opening an empty window.
+    for (const QString &arg : args) {
+        if (arg.startsWith(u'-') || !QFileInfo::exists(arg))
+            return true;
+    }
     const QString &first = args.front();
-    return first.startsWith(u'-') || first == u"check" || first == u"export" ||
-           first == u"convert" || first == u"strip-audio";
+    return first == u"check" || first == u"export" || first == u"convert" ||
+           first == u"strip-audio";
 }
 
 int run(const QStringList &args)

@@ -1,7 +1,20 @@
 // The cuebox executable: the window, or the command line when asked for it.
 #include "commandline.h"
+#include "ui/cueboxapp.h"
 
+#include <QApplication>
 #include <QCoreApplication>
+
+namespace {
+
+void nameApplication()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Cuebox"));
+    QCoreApplication::setApplicationName(QStringLiteral("Cuebox"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CUEBOX_VERSION));
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -9,10 +22,17 @@ int main(int argc, char *argv[])
     for (int i = 1; i < argc; ++i)
         args.append(QString::fromLocal8Bit(argv[i]));
 
-    // Until the window exists, everything goes to the command line.
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setOrganizationName(QStringLiteral("Cuebox"));
-    QCoreApplication::setApplicationName(QStringLiteral("Cuebox"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(CUEBOX_VERSION));
-    return CommandLine::run(args);
+    // Options and verbs run headless; anything else (nothing, or folders and files to add)
+    // opens the window.
+    if (CommandLine::wants(args)) {
+        QCoreApplication app(argc, argv);
+        nameApplication();
+        return CommandLine::run(args);
+    }
+    QApplication app(argc, argv);
+    nameApplication();
+    CueboxApp::applyLook();
+    CueboxApp cuebox;
+    cuebox.start(args);
+    return QApplication::exec();
 }

@@ -1,0 +1,241 @@
+// The window with 5,000 clips: how long a frame of the clip table takes to paint when it first
+// shows, while scrolling from top to bottom and when the selection changes, against the 16 ms
+// of a 60 Hz frame; and the thumbnail cache's memory with a picture for every clip.
+//
+// Runs on the offscreen platform unless QT_QPA_PLATFORM says otherwise:
+//   ./build/bench/ui/bench_ui [clips]
+#include "l10n/apppreferences.h"
+#include "l10n/localizationmanager.h"
+#include "media/fake/fakeprobe.h"
+#include "media/thumbnailcache.h"
+#include "session/packviewmodel.h"
+#include "session/platform.h"
+#include "ui/cliptableview.h"
+#include "ui/contentview.h"
+#include "ui/cueboxapp.h"
+#include "ui/detailarea.h"
+#include "ui/mainwindow.h"
+#include "ui/motion.h"
+#include "ui/packview.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+
+namespace {
+
+constexpr double kFrameBudgetMs = 16.0;
+
+struct Frames {
+    QList<double> ms;
+    void add(qint64 ns) { ms.append(ns / 1e6); }
+    double percentile(double p) const
+    {
+        QList<double> s = ms;
+        std::sort(s.begin(), s.end());
+        return s.isEmpty() ? 0 : s[std::min<qsizetype>(s.size() - 1, qsizetype(p * s.size()))];
+    }
+    double max() const { return ms.isEmpty() ? 0 : *std::max_element(ms.begin(), ms.end()); }
+    double mean() const
+    {
+        return ms.isEmpty() ? 0 : std::accumulate(ms.begin(), ms.end(), 0.0) / ms.size();
+    }
+    int over() const
+    {
+        return int(
+            std::count_if(ms.begin(), ms.end(), [](double m) { return m > kFrameBudgetMs; }));
+    }
+    void print(const char *name) const
+    {
+        std::printf("%-28s frames %5lld  mean %6.2f ms  p50 %6.2f  p99 %6.2f  max %6.2f  "
+                    "over 16 ms: %d  %s\n",
+                    name, static_cast<long long>(ms.size()), mean(), percentile(0.5),
+                    percentile(0.99), max(), over(), max() <= kFrameBudgetMs ? "PASS" : "FAIL");
+    }
+};
+
+qint64 residentKb()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray &line : status.readAll().split('\n')) {
+        if (line.startsWith("VmRSS:"))
+            return line.mid(6).trimmed().split(' ').front().toLongLong();
+    }
+    return 0;
+}
+
+// Clips as the session holds them after an ingest: every column filled, a mix of verdicts.
+QList<MediaClip> makeClips(int count)
+{
+    QList<MediaClip> clips;
+    clips.reserve(count);
+    const QStringList codecs = {QStringLiteral("apcn"), QStringLiteral("avc1"),
+                                QStringLiteral("hvc1"), QStringLiteral("Hap1")};
+    for (int i = 0; i < count; ++i) {
+        MediaClip c = MediaClip::forFile(
+            QStringLiteral("/shows/festival/clips/Loop %1 long descriptive name.mov").arg(i));
+        c.cueIndex = i + 1;
+        c.arenaName = QStringLiteral("%1_loop_%2_long_descriptive_name")
+                          .arg(i + 1, 4, 10, QChar(u'0'))
+                          .arg(i);
+        c.fileSize = 120'000'000 + i;
+        c.duration = 12.5 + i % 30;
+        c.width = i % 7 == 0 ? 1280 : 1920;
+        c.height = i % 7 == 0 ? 720 : 1080;
+        c.frameRate = i % 3 == 0 ? 29.97 : 30.0;
+        c.videoCodec = codecs[i % codecs.size()];
+        c.hasAudio = i % 4 == 0;
+        c.isInspected = true;
+        c.isDuplicate = i % 50 == 0;
+        if (i % 5 == 0)
+            c.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::lowRes));
+        if (i % 11 == 0)
+            c.issues.append(ClipIssue::make(ClipHealth::fail, IssueKind::readError));
+        clips.append(c);
+    }
+    return clips;
+}
+
+QImage fakeThumbnail(const QString &path)
+{
+    // The size the real cache keeps for a movie: 160 × 90.
+    QImage image(160, 90, QImage::Format_RGB32);
+    image.fill(QColor::fromHsv(int(qHash(path) % 360), 140, 190));
+    return image;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const int count = argc > 1 ? std::atoi(argv[1]) : 5000;
+    QTemporaryDir dir;
+    QSettings settings(dir.filePath(QStringLiteral("bench.conf")), QSettings::IniFormat);
+    LocalizationManager localization(settings);
+    AppPreferences preferences(settings);
+    CueboxApp::applyLook();
+    Motion::setInstant(true);
+
+    ThumbnailCache cache([](const QString &path, std::stop_token) { return fakeThumbnail(path); });
+    PackViewModel::Services services;
+    services.probe = std::make_shared<FakeProbe>();
+    services.localization = &localization;
+    services.preferences = &preferences;
+    services.requestThumbnail = [](const MediaClip &) {};
+    PackViewModel vm(services);
+    UiContext context{vm, localization, preferences, cache};
+    class NoDesktop final : public Desktop
+    {
+    public:
+        void reveal(const QString &) override {}
+        void openWithApplication(const QStringList &, const QString &) override {}
+        void openUrl(const QUrl &) override {}
+    } desktop;
+    MainWindow window(context, desktop);
+    window.resize(MainWindow::defaultSize(false));
+    window.show();
+    QApplication::processEvents();
+
+    QElapsedTimer clock;
+    clock.start();
+    vm.setClips(makeClips(count));
+    vm.setSelectedClipID(vm.clips().front().id);
+    QApplication::processEvents();
+    std::printf("clips: %d   load into the table: %.1f ms\n", count, clock.nsecsElapsed() / 1e6);
+    ClipTableView *table = window.content()->detail()->packView()->table();
+    table->setPulseFrozen(true); // one frame per step, not the badges' breathing in between
+    QWidget *viewport = table->viewport();
+
+    Frames firstPaint;
+    for (int i = 0; i < 20; ++i) {
+        clock.restart();
+        viewport->repaint();
+        firstPaint.add(clock.nsecsElapsed());
+    }
+    Frames windowPaint;
+    for (int i = 0; i < 10; ++i) {
+        clock.restart();
+        window.repaint();
+        windowPaint.add(clock.nsecsElapsed());
+    }
+
+    // Top to bottom a third of a page at a time, as a fast wheel does; the thumbnail cache
+    // loads the rows that come into view in the background meanwhile.
+    QScrollBar *bar = table->verticalScrollBar();
+    Frames scroll;
+    const int step = std::max(1, viewport->height() / 3);
+    for (int value = 0; value <= bar->maximum(); value += step) {
+        clock.restart();
+        bar->setValue(value);
+        viewport->repaint();
+        scroll.add(clock.nsecsElapsed());
+        QApplication::processEvents(); // thumbnails arriving: their rows repaint
+    }
+
+    Frames selection;
+    QRandomGenerator random(42);
+    for (int i = 0; i < 300; ++i) {
+        const MediaClip &clip = vm.clips()[random.bounded(count)];
+        clock.restart();
+        vm.setSelectedClipID(clip.id);
+        QApplication::processEvents(); // the sidebar's card updates and the row scrolls into view
+        viewport->repaint();
+        selection.add(clock.nsecsElapsed());
+    }
+
+    Frames rename;
+    const QUuid renamed = vm.clips()[count / 2].id;
+    for (int i = 0; i < 100; ++i) {
+        clock.restart();
+        vm.setArenaName(renamed, QStringLiteral("renamed_%1").arg(i));
+        QApplication::processEvents();
+        viewport->repaint();
+        rename.add(clock.nsecsElapsed());
+    }
+
+    std::printf("\n");
+    firstPaint.print("table paint (full view)");
+    windowPaint.print("whole window paint");
+    scroll.print("scroll top to bottom");
+    selection.print("change selection");
+    rename.print("rename one clip (keystroke)");
+
+    // Every clip's thumbnail asked for at once, as when a pack finished probing.
+    const qint64 before = residentKb();
+    clock.restart();
+    for (const MediaClip &clip : vm.clips())
+        cache.request(clip);
+    while (clock.elapsed() < 60000) {
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+        bool loading = false;
+        for (int i = 0; i < 20 && !loading; ++i)
+            loading =
+                cache.isLoading(ThumbnailCache::cacheKey(vm.clips()[count - 1 - i].sourcePath()));
+        if (!loading && cache.count() > 0)
+            break;
+    }
+    const qint64 after = residentKb();
+    std::printf("\nthumbnails: %d requested, %lld kept, %.1f MiB used of a %.1f MiB budget "
+                "(%s); made in %.1f s\n",
+                count, static_cast<long long>(cache.count()), cache.usedBytes() / 1048576.0,
+                cache.budgetBytes() / 1048576.0,
+                cache.usedBytes() <= cache.budgetBytes() ? "within" : "OVER",
+                clock.elapsed() / 1000.0);
+    std::printf("process memory: %.1f MiB before, %.1f MiB after the thumbnails\n", before / 1024.0,
+                after / 1024.0);
+    return 0;
+}

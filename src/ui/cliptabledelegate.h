@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QFont>
+#include <QStyledItemDelegate>
+
+class ClipThumbs;
+
+// Paints every cell of a clip row (no widget per row) and edits the Arena name in place. Each
+// keystroke goes to the session, which sanitizes it; the field then shows the session's answer,
+// so it never holds a character the sanitizer removes.
+class ClipTableDelegate final : public QStyledItemDelegate
+{
+    Q_OBJECT
+public:
+    ClipTableDelegate(ClipThumbs &thumbs, QObject *parent = nullptr);
+
+    void setCompact(bool compact);
+    bool isCompact() const { return m_compact; }
+    void setGlow(qreal glow) { m_glow = glow; }
+    int thumbSide() const { return m_compact ? 36 : 44; }
+    int rowHeight() const { return m_compact ? 44 : 54; }
+    static int columnWidth(int column, bool compact);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    void setModelData(QWidget *editor, QAbstractItemModel *model,
+                      const QModelIndex &index) const override;
+    void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                              const QModelIndex &index) const override;
+
+private:
+    void paintThumb(QPainter *painter, const QRect &cell, const QModelIndex &index) const;
+    void paintHealth(QPainter *painter, const QRect &cell, const QModelIndex &index) const;
+    void paintText(QPainter *painter, const QRect &cell, const QString &text, const QFont &font,
+                   const QColor &color, Qt::Alignment align = Qt::AlignLeft) const;
+
+    ClipThumbs &m_thumbs;
+    bool m_compact = false;
+    qreal m_glow = 0;
+    QFont m_body;
+    QFont m_cue;
+    QFont m_mono;
+    QFont m_codec;
+    QFont m_badge;
+};

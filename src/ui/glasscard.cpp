@@ -1,0 +1,98 @@
+#include "glasscard.h"
+
+#include "apptheme.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+
+GlassCard::GlassCard(qreal cornerRadius, Elevation elevation, QWidget *parent)
+    : QWidget(parent), m_radius(cornerRadius), m_elevation(elevation)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setContentsMargins(kShadowMargin, kShadowMargin / 2, kShadowMargin, kShadowMargin * 3 / 2);
+}
+
+void GlassCard::setGlow(std::optional<QColor> glow)
+{
+    m_glow = glow;
+    m_shadow = {};
+    update();
+}
+
+void GlassCard::setCornerRadius(qreal radius)
+{
+    m_radius = radius;
+    m_shadow = {};
+    update();
+}
+
+QRectF GlassCard::faceRect() const
+{
+    const QMargins m = contentsMargins();
+    return QRectF(rect()).adjusted(m.left(), m.top(), -m.right(), -m.bottom());
+}
+
+void GlassCard::resizeEvent(QResizeEvent *event)
+{
+    m_shadow = {};
+    QWidget::resizeEvent(event);
+}
+
+void GlassCard::paintCard(QPainter *painter, const QRectF &face, qreal radius, const QColor &fill,
+                          const QColor &glow, QPixmap *shadowCache)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    // A blurred shadow is a stack of widening rounded rectangles at falling opacity; drawing it
+    // once into a pixmap keeps repaints of the card cheap.
+    const int spread = kShadowMargin;
+    const QSize shadowSize(static_cast<int>(face.width()) + 2 * spread,
+                           static_cast<int>(face.height()) + 3 * spread);
+    if (shadowCache && (shadowCache->isNull() || shadowCache->size() != shadowSize)) {
+        QPixmap pm(shadowSize);
+        pm.fill(Qt::transparent);
+        QPainter s(&pm);
+        s.setRenderHint(QPainter::Antialiasing);
+        s.setPen(Qt::NoPen);
+        const QRectF base(spread, spread * 1.6, face.width(), face.height());
+        constexpr int kSteps = 8;
+        for (int i = kSteps; i >= 1; --i) {
+            const qreal grow = spread * i / kSteps;
+            QColor black(0, 0, 0, static_cast<int>(255 * 0.45 / kSteps * 0.9));
+            s.setBrush(black);
+            s.drawRoundedRect(base.adjusted(-grow, -grow * 0.6, grow, grow), radius + grow,
+                              radius + grow);
+            QColor g = glow;
+            g.setAlphaF(g.alphaF() / kSteps);
+            s.setBrush(g);
+            s.drawRoundedRect(base.adjusted(-grow, -grow, grow, grow * 0.4), radius + grow,
+                              radius + grow);
+        }
+        *shadowCache = pm;
+    }
+    if (shadowCache)
+        painter->drawPixmap(QPointF(face.left() - spread, face.top() - spread), *shadowCache);
+
+    QPainterPath path;
+    path.addRoundedRect(face, radius, radius);
+    painter->fillPath(path, fill);
+    // The outline is brighter at the top edge, as if lit from above.
+    QLinearGradient outline(face.topLeft(), face.bottomLeft());
+    outline.setColorAt(0, AppTheme::white(0.16));
+    outline.setColorAt(1, AppTheme::white(0.05));
+    painter->setPen(QPen(QBrush(outline), 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(face.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter->restore();
+}
+
+void GlassCard::paintEvent(QPaintEvent *)
+{
+    QPainter p(this);
+    const QColor fill =
+        m_elevation == Elevation::elevated ? AppTheme::panelElevated : AppTheme::panel;
+    const QColor glow = m_glow ? AppTheme::withAlpha(*m_glow, 0.22)
+                               : AppTheme::withAlpha(AppTheme::accentGreen, 0.05);
+    paintCard(&p, faceRect(), m_radius, fill, glow, &m_shadow);
+}

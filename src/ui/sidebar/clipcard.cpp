@@ -1,0 +1,176 @@
+// Card 8 of the sidebar: what we know about the selected clip, or how to select one.
+#include "sidebarcards.h"
+
+#include "l10n/localizationmanager.h"
+#include "panelparts.h"
+#include "session/packviewmodel.h"
+#include "ui/apptheme.h"
+#include "ui/clippreviewview.h"
+#include "ui/kitbuttons.h"
+#include "ui/kitwidgets.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+
+QString shortHealthKey(ClipHealth health)
+{
+    switch (health) {
+    case ClipHealth::ok:
+        return QStringLiteral("health.ok.short");
+    case ClipHealth::warn:
+        return QStringLiteral("health.warn.short");
+    case ClipHealth::fail:
+        return QStringLiteral("health.fail.short");
+    case ClipHealth::unknown:
+        break;
+    }
+    return QStringLiteral("health.unknown.short");
+}
+
+QString severitySymbol(ClipHealth severity)
+{
+    switch (severity) {
+    case ClipHealth::ok:
+        return QStringLiteral("checkmark.circle.fill");
+    case ClipHealth::warn:
+        return QStringLiteral("exclamationmark.triangle.fill");
+    case ClipHealth::fail:
+        return QStringLiteral("xmark.octagon.fill");
+    case ClipHealth::unknown:
+        break;
+    }
+    return QStringLiteral("questionmark.circle");
+}
+
+QString frameRateLabel(const MediaClip &clip)
+{
+    if (!clip.frameRate || *clip.frameRate <= 0)
+        return kDashLabel;
+    return QString::number(*clip.frameRate, 'f', 2);
+}
+
+} // namespace
+
+ClipCard::ClipCard(const UiContext &context, QWidget *parent)
+    : SidebarCard(context, QStringLiteral("film"), QStringLiteral("selected.title"),
+                  QStringLiteral("selected.tooltip"), parent)
+    , m_preview(new ClipPreviewView)
+    , m_content(new QVBoxLayout)
+{
+    // One preview for the card's lifetime: it tears its player down itself when the clip's id
+    // changes, and keeps playing when only the clip's findings change.
+    m_preview->setCompact(context.compact());
+    body()->insertWidget(0, m_preview);
+    m_content->setSpacing(10);
+    body()->addLayout(m_content);
+    // The empty card swaps its banner for plain text once the tip is dismissed.
+    connect(&context.localization, &LocalizationManager::dismissedHintsChanged, this, [this] {
+        if (m_shownHintDismissed !=
+            m_context.localization.isHintDismissed(QStringLiteral("hint.selected")))
+            rebuild();
+    });
+    rebuild();
+}
+
+void ClipCard::refresh()
+{
+    if (m_context.viewModel.selectedClip() != m_shown) {
+        rebuild();
+        return;
+    }
+    if (m_removeAudio)
+        m_removeAudio->setEnabled(!m_context.viewModel.isConverting());
+}
+
+void ClipCard::rebuild()
+{
+    PanelParts::clear(m_content);
+    m_removeAudio = nullptr;
+    m_shown = m_context.viewModel.selectedClip();
+    m_shownHintDismissed = m_context.localization.isHintDismissed(QStringLiteral("hint.selected"));
+    m_preview->setClip(m_shown);
+    m_preview->setVisible(m_shown.has_value());
+    if (m_shown)
+        buildDetails(*m_shown);
+    else
+        buildEmpty();
+}
+
+void ClipCard::buildDetails(const MediaClip &clip)
+{
+    PanelParts::addHint(m_content, m_context, QStringLiteral("hint.selected"),
+                        QStringLiteral("selected.hint"));
+    auto *name = PanelParts::label(clip.arenaName, 13, 0.92, QFont::DemiBold);
+    name->setObjectName(QStringLiteral("selected.arenaName"));
+    name->setWordWrap(true);
+    m_content->addWidget(name);
+
+    const ClipHealth health = clip.health();
+    auto *tiles = new QGridLayout;
+    tiles->setSpacing(8);
+    tiles->addWidget(new BentoMetric(text(u"table.status"), text(shortHealthKey(health)),
+                                     AppTheme::healthColor(health)),
+                     0, 0);
+    tiles->addWidget(
+        new BentoMetric(text(u"table.res"), clip.resolutionLabel(), AppTheme::white(0.92)), 0, 1);
+    tiles->addWidget(
+        new BentoMetric(text(u"table.fps"), frameRateLabel(clip), AppTheme::white(0.92)), 0, 2);
+    m_content->addLayout(tiles);
+
+    const L10n strings = m_context.strings();
+    if (clip.issues.isEmpty()) {
+        auto *row = new QHBoxLayout;
+        row->setSpacing(8);
+        row->addWidget(
+            PanelParts::symbol(QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen, 14));
+        auto *clean = PanelParts::label(text(u"selected.clean"), 12, 0.85);
+        clean->setObjectName(QStringLiteral("selected.clean"));
+        row->addWidget(clean, 1);
+        m_content->addLayout(row);
+    } else {
+        for (const ClipIssue &issue : clip.issues) {
+            auto *row = new QHBoxLayout;
+            row->setSpacing(8);
+            const QColor tint = AppTheme::healthColor(issue.severity);
+            row->addWidget(PanelParts::symbol(severitySymbol(issue.severity), tint, 14), 0,
+                           Qt::AlignTop);
+            auto *message = PanelParts::label(issue.localized(strings), 12, 0.85);
+            message->setObjectName(QStringLiteral("selected.issue"));
+            message->setWordWrap(true);
+            row->addWidget(message, 1);
+            m_content->addLayout(row);
+        }
+    }
+
+    if (clip.hasAudio) {
+        m_removeAudio = new KitButton(KitButton::Kind::ghost, QStringLiteral("speaker.slash"),
+                                      text(u"audio.remove"));
+        m_removeAudio->setToolTip(text(u"audio.remove.help"));
+        m_removeAudio->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        m_removeAudio->setEnabled(!m_context.viewModel.isConverting());
+        PackViewModel &vm = m_context.viewModel;
+        const QUuid id = clip.id;
+        connect(m_removeAudio, &QAbstractButton::clicked, this, [&vm, id] { vm.stripAudio({id}); });
+        m_content->addWidget(m_removeAudio);
+    }
+}
+
+void ClipCard::buildEmpty()
+{
+    if (PanelParts::addHint(m_content, m_context, QStringLiteral("hint.selected"),
+                            QStringLiteral("selected.hint")))
+        return;
+    auto *row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(PanelParts::symbol(QStringLiteral("hand.tap"), AppTheme::white(0.4), 14), 0,
+                   Qt::AlignTop);
+    auto *hint = PanelParts::label(text(u"selected.hint"), 12, 0.4);
+    hint->setObjectName(QStringLiteral("selected.plainHint"));
+    hint->setWordWrap(true);
+    row->addWidget(hint, 1);
+    m_content->addLayout(row);
+}

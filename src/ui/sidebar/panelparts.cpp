@@ -1,0 +1,92 @@
+#include "panelparts.h"
+
+#include "l10n/localizationmanager.h"
+#include "ui/apptheme.h"
+#include "ui/kitwidgets.h"
+#include "ui/symbols.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QPointer>
+
+namespace PanelParts {
+
+void setTextColor(QLabel *label, const QColor &color)
+{
+    QPalette pal = label->palette();
+    pal.setColor(QPalette::WindowText, color);
+    label->setPalette(pal);
+}
+
+QLabel *colouredLabel(const QString &text, double pixelSize, const QColor &color,
+                      QFont::Weight weight)
+{
+    auto *label = new QLabel(text);
+    label->setFont(AppTheme::font(pixelSize, weight));
+    setTextColor(label, color);
+    return label;
+}
+
+QLabel *label(const QString &text, double pixelSize, double whiteAlpha, QFont::Weight weight)
+{
+    return colouredLabel(text, pixelSize, AppTheme::white(whiteAlpha), weight);
+}
+
+QLabel *symbol(const QString &name, const QColor &color, int sidePx)
+{
+    auto *label = new QLabel;
+    label->setPixmap(Symbols::pixmap(name, color, sidePx, label->devicePixelRatioF()));
+    label->setFixedSize(sidePx, sidePx);
+    return label;
+}
+
+SwitchLine switchLine(const QString &text, bool on)
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(10);
+    auto *toggle = new ToggleSwitch;
+    toggle->setChecked(on);
+    auto *caption = label(text, 12, 0.85);
+    caption->setWordWrap(true);
+    layout->addWidget(toggle, 0, Qt::AlignVCenter);
+    layout->addWidget(caption, 1);
+    return {row, toggle};
+}
+
+HintBanner *addHint(QBoxLayout *layout, const UiContext &context, const QString &hintId,
+                    const QString &textKey)
+{
+    LocalizationManager &localization = context.localization;
+    if (localization.isHintDismissed(hintId))
+        return nullptr;
+    auto *banner = new HintBanner(context.text(textKey), context.text(u"hint.dismiss"),
+                                  [&localization, hintId] { localization.dismissHint(hintId); });
+    banner->setObjectName(hintId);
+    layout->addWidget(banner);
+    QPointer<HintBanner> guard(banner);
+    QObject::connect(&localization, &LocalizationManager::dismissedHintsChanged, banner,
+                     [guard, hintId, &localization] {
+                         if (guard && localization.isHintDismissed(hintId)) {
+                             guard->hide();
+                             guard->deleteLater();
+                         }
+                     });
+    return banner;
+}
+
+void clear(QLayout *layout)
+{
+    while (QLayoutItem *item = layout->takeAt(0)) {
+        if (QWidget *widget = item->widget()) {
+            widget->hide();
+            widget->deleteLater();
+        } else if (QLayout *inner = item->layout()) {
+            clear(inner);
+        }
+        delete item;
+    }
+}
+
+} // namespace PanelParts

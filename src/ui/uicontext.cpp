@@ -1,0 +1,26 @@
+#include "uicontext.h"
+
+#include "l10n/apppreferences.h"
+#include "l10n/localizationmanager.h"
+
+L10n UiContext::strings() const
+{
+    return localization.strings();
+}
+
+QString UiContext::text(QStringView key) const
+{
+    return strings()[key];
+}
+
+QString UiContext::textOr(QStringView key, const QString &english) const
+{
+    if (!L10n::contains(AppLanguage::english, key))
+        return english;
+    return strings()[key];
+}
+
+bool UiContext::compact() const
+{
+    return preferences.compactMode();
+}

@@ -1,0 +1,161 @@
+#include "uifixture.h"
+
+#include "ui/contentview.h"
+#include "ui/detailarea.h"
+#include "ui/dropzoneview.h"
+#include "ui/kitbuttons.h"
+#include "ui/kitwidgets.h"
+#include "ui/packheader.h"
+#include "ui/packview.h"
+#include "ui/scanningoverlay.h"
+#include "ui/segmentbar.h"
+#include "ui/statusbadge.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+
+class PackViews : public WindowTest
+{
+protected:
+    DetailArea &detail() { return *window().content()->detail(); }
+    PackHeader &header() { return *detail().packView()->header(); }
+
+    // Sends a drop of `urls` the way the desktop does: enter, move, drop.
+    static void dropOn(QWidget *target, const QList<QUrl> &urls)
+    {
+        QMimeData data;
+        data.setUrls(urls);
+        const QPointF at = QRectF(target->rect()).center();
+        QDragEnterEvent enter(at.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(target, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(target, &drop);
+        EXPECT_TRUE(drop.isAccepted());
+    }
+};
+
+TEST_F(PackViews, EmptyPackShowsTheDropZoneWithClearDisabled)
+{
+    window();
+    EXPECT_TRUE(detail().dropZone()->isVisible());
+    EXPECT_FALSE(detail().packView()->isVisible());
+    EXPECT_FALSE(detail().dropZone()->clearButton()->isEnabled());
+    EXPECT_FALSE(detail().overlay()->isVisible());
+}
+
+TEST_F(PackViews, FolderDroppedOnTheDropZoneIsIngested)
+{
+    window();
+    touch(QStringLiteral("show/intro.mov"));
+    touch(QStringLiteral("show/loop.mp4"));
+    touch(QStringLiteral("show/notes.txt"));
+    dropOn(detail().dropZone(), {url(path(QStringLiteral("show")))});
+    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning() && vm().clips().size() == 2; }));
+    EXPECT_EQ(originalNames(), QStringList({u"intro.mov"_qs, u"loop.mp4"_qs}));
+    EXPECT_TRUE(detail().packView()->isVisible());
+    EXPECT_FALSE(detail().dropZone()->isVisible());
+}
+
+TEST_F(PackViews, FilesDroppedOnThePackViewAreAdded)
+{
+    window();
+    touch(QStringLiteral("a.mov"));
+    vm().handleDrop({url(path(QStringLiteral("a.mov")))});
+    ASSERT_TRUE(waitUntil([this] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+    touch(QStringLiteral("b.mov"));
+    dropOn(detail().packView(), {url(path(QStringLiteral("b.mov")))});
+    ASSERT_TRUE(waitUntil([this] { return vm().clips().size() == 2 && !vm().isScanning(); }));
+}
+
+TEST_F(PackViews, ScanFromAnEmptyPackShowsThePackUnderTheOverlay)
+{
+    window();
+    m_probe->setDelay(std::chrono::milliseconds(300));
+    vm().handleDrop({url(touch(QStringLiteral("a.mov")))});
+    ASSERT_TRUE(vm().isScanning());
+    QApplication::processEvents();
+    EXPECT_TRUE(detail().packView()->isVisible());
+    EXPECT_FALSE(detail().dropZone()->isVisible());
+    EXPECT_TRUE(detail().overlay()->isVisible());
+    EXPECT_TRUE(vm().clips().isEmpty());
+    EXPECT_EQ(detail().overlay()->message(), vm().statusText());
+    EXPECT_FALSE(detail().overlay()->showsProgress());
+    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+    EXPECT_FALSE(detail().overlay()->isVisible());
+}
+
+TEST_F(PackViews, NothingFoundBringsTheDropZoneBack)
+{
+    window();
+    vm().handleDrop({url(touch(QStringLiteral("notes.txt")))});
+    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+    EXPECT_TRUE(detail().dropZone()->isVisible());
+}
+
+TEST_F(PackViews, ExportShowsProgressOverTheSameOverlay)
+{
+    window();
+    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    m_copyFile = nullptr;
+    QDir().mkpath(path(QStringLiteral("out")));
+    m_panels.folders.push_back(path(QStringLiteral("out")));
+    bool sawProgress = false;
+    QObject::connect(&vm(), &PackViewModel::statusChanged, &vm(), [&] {
+        if (vm().isExporting() && detail().overlay()->isVisible() &&
+            detail().overlay()->showsProgress())
+            sawProgress = true;
+    });
+    vm().exportPack();
+    ASSERT_TRUE(waitUntil([this] { return !vm().isExporting(); }));
+    EXPECT_TRUE(sawProgress);
+    EXPECT_FALSE(detail().overlay()->isVisible());
+}
+
+TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
+{
+    m_probe->fail(QStringLiteral("bad.mov"), VideoFacts::Stage::open, QStringLiteral("broken"));
+    VideoFacts small = FakeProbe::defaultVideo();
+    small.naturalWidth = 640;
+    small.naturalHeight = 360;
+    m_probe->setVideo(QStringLiteral("small.mov"), small);
+    addClips({QStringLiteral("good.mov")});
+    const L10n en;
+    EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(1)}));
+    EXPECT_EQ(header().badge()->health(), ClipHealth::ok);
+    EXPECT_FALSE(header().warnPill()->isVisible());
+    EXPECT_FALSE(header().failPill()->isVisible());
+    addClips({QStringLiteral("small.mov"), QStringLiteral("bad.mov")});
+    EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(3)}));
+    EXPECT_EQ(header().badge()->health(), ClipHealth::fail);
+    EXPECT_TRUE(header().warnPill()->isVisible());
+    EXPECT_EQ(header().warnPill()->text(), en.format(u"header.warn", {qint64(1)}));
+    EXPECT_TRUE(header().failPill()->isVisible());
+    const QList<SegmentBar::Segment> segments = header().segmentBar()->segments();
+    ASSERT_EQ(segments.size(), 3);
+    EXPECT_EQ(segments[0].value, 1);
+    EXPECT_EQ(segments[1].value, 1);
+    EXPECT_EQ(segments[2].value, 1);
+    for (const MediaClip &clip : vm().clips()) {
+        if (clip.originalName == u"bad.mov")
+            vm().remove(clip.id);
+    }
+    EXPECT_FALSE(header().failPill()->isVisible());
+    EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
+}
+
+TEST_F(PackViews, SummaryOfUninspectedClipsReadsWarn)
+{
+    MediaClip pending = MediaClip::forFile(QStringLiteral("/tmp/x.mov"));
+    EXPECT_EQ(PackHeader::summaryHealth({pending}), ClipHealth::warn);
+    EXPECT_EQ(PackHeader::summaryHealth({}), ClipHealth::warn);
+}
+
+TEST_F(PackViews, ClearBringsBackTheDropZone)
+{
+    addClips({QStringLiteral("a.mov")});
+    EXPECT_TRUE(detail().packView()->isVisible());
+    header().clearButton()->click();
+    EXPECT_TRUE(vm().clips().isEmpty());
+    EXPECT_TRUE(detail().dropZone()->isVisible());
+}

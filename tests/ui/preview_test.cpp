@@ -1,0 +1,115 @@
+// The preview decodes through our own media layer, so it plays whatever the probe reads. The
+// movies are made here with the ffmpeg program (in the package list), a second each.
+#include "uifixture.h"
+
+#include "media/ffmpeg/previewdecoder.h"
+#include "ui/clippreviewview.h"
+#include "ui/kitbuttons.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace {
+
+struct Codec {
+    const char *name;
+    const char *file;
+    QStringList encoder;
+};
+
+bool makeMovie(const QString &path, const QStringList &encoder)
+{
+    QStringList args = {QStringLiteral("-loglevel"),
+                        QStringLiteral("error"),
+                        QStringLiteral("-y"),
+                        QStringLiteral("-f"),
+                        QStringLiteral("lavfi"),
+                        QStringLiteral("-i"),
+                        QStringLiteral("testsrc=size=320x180:rate=25:duration=1")};
+    args += encoder;
+    args.append(path);
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"), args);
+    return ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0;
+}
+
+} // namespace
+
+class Preview : public WindowTest
+{
+protected:
+    void SetUp() override
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty())
+            GTEST_SKIP() << "the ffmpeg program makes the test movies";
+    }
+};
+
+TEST_F(Preview, DecodesEveryCodecInOrder)
+{
+    const QList<Codec> codecs = {
+        {"ProRes 422", "prores.mov", {u"-c:v"_qs, u"prores_ks"_qs, u"-profile:v"_qs, u"2"_qs}},
+        {"HAP", "hap.mov", {u"-c:v"_qs, u"hap"_qs}},
+        {"H.264", "h264.mp4", {u"-c:v"_qs, u"libx264"_qs, u"-pix_fmt"_qs, u"yuv420p"_qs}},
+        {"HEVC", "hevc.mp4", {u"-c:v"_qs, u"libx265"_qs, u"-tag:v"_qs, u"hvc1"_qs}},
+        {"VP9", "vp9.webm", {u"-c:v"_qs, u"libvpx-vp9"_qs, u"-deadline"_qs, u"realtime"_qs}},
+    };
+    for (const Codec &codec : codecs) {
+        SCOPED_TRACE(codec.name);
+        const QString file = path(QString::fromLatin1(codec.file));
+        ASSERT_TRUE(makeMovie(file, codec.encoder));
+        std::unique_ptr<PreviewDecoder> decoder = PreviewDecoder::open(file, QSize(640, 360), {});
+        ASSERT_NE(decoder, nullptr);
+        int frames = 0;
+        double last = -1;
+        while (std::optional<PreviewDecoder::Frame> frame = decoder->next()) {
+            EXPECT_EQ(frame->image.size(), QSize(320, 180)); // never enlarged
+            EXPECT_GT(frame->seconds, last);
+            last = frame->seconds;
+            ++frames;
+        }
+        EXPECT_EQ(frames, 25);
+    }
+}
+
+TEST_F(Preview, UnreadableMovieHasNoDecoderAndKeepsThePlaceholder)
+{
+    const QString file = touch(QStringLiteral("broken.mov"), QByteArray("not a movie"));
+    EXPECT_EQ(PreviewDecoder::open(file, QSize(640, 360), {}), nullptr);
+    ClipPreviewView view;
+    MediaClip clip = MediaClip::forFile(file);
+    view.setClip(clip);
+    ASSERT_TRUE(waitUntil([&] { return view.generation() == 1; }));
+    QTest::qWait(300);
+    EXPECT_FALSE(view.hasPoster());
+}
+
+TEST_F(Preview, PlaysAndStopsAtTheEndThenRewinds)
+{
+    const QString file = path(QStringLiteral("clip.mov"));
+    ASSERT_TRUE(makeMovie(file, {u"-c:v"_qs, u"prores_ks"_qs}));
+    ClipPreviewView view;
+    view.resize(300, 200);
+    view.show();
+    view.setClip(MediaClip::forFile(file));
+    ASSERT_TRUE(waitUntil([&] { return view.hasPoster(); }));
+    view.playButton()->click();
+    EXPECT_TRUE(view.isPlaying());
+    ASSERT_TRUE(waitUntil([&] { return view.showsVideoFrame(); }));
+    // A one-second movie ends well before the eight-second limit: it rewinds and stops.
+    ASSERT_TRUE(waitUntil([&] { return !view.isPlaying(); }, 5000));
+}
+
+TEST_F(Preview, PosterOfAnEarlierClipIsDropped)
+{
+    const QString first = path(QStringLiteral("first.mov"));
+    const QString second = touch(QStringLiteral("second.mov"), QByteArray("not a movie"));
+    ASSERT_TRUE(makeMovie(first, {u"-c:v"_qs, u"prores_ks"_qs}));
+    ClipPreviewView view;
+    view.setClip(MediaClip::forFile(first));
+    view.setClip(MediaClip::forFile(second)); // before the first poster can arrive
+    QTest::qWait(800);
+    EXPECT_EQ(view.generation(), 2);
+    EXPECT_FALSE(view.hasPoster()); // the first clip's poster never shows on the second
+}

@@ -1,0 +1,112 @@
+#include "uifixture.h"
+
+#include "ui/ambientbackground.h"
+#include "ui/apptheme.h"
+#include "ui/contentview.h"
+#include "ui/segmentbar.h"
+#include "ui/statusbadge.h"
+#include "ui/symbols.h"
+
+#include <QPainter>
+
+TEST(StyleKit, EverySymbolHasAPicture)
+{
+    const QStringList names = Symbols::names();
+    EXPECT_GE(names.size(), 25);
+    for (const QString &name : names) {
+        SCOPED_TRACE(name.toStdString());
+        const QImage image = Symbols::pixmap(name, Qt::white, 24).toImage();
+        bool drawn = false;
+        for (int y = 0; y < image.height() && !drawn; ++y)
+            for (int x = 0; x < image.width() && !drawn; ++x)
+                drawn = qAlpha(image.pixel(x, y)) > 0;
+        EXPECT_TRUE(drawn);
+    }
+}
+
+TEST(StyleKit, SymbolsAreTinted)
+{
+    const QImage image =
+        Symbols::pixmap(QStringLiteral("pause.fill"), AppTheme::fail, 24).toImage();
+    const QColor centre = image.pixelColor(8, 12);
+    EXPECT_GT(centre.alpha(), 200);
+    EXPECT_NEAR(centre.redF(), AppTheme::fail.redF(), 0.05);
+    EXPECT_NEAR(centre.greenF(), AppTheme::fail.greenF(), 0.05);
+}
+
+TEST(StyleKit, SpringsSettleAtTheirTarget)
+{
+    for (auto spring :
+         {AppTheme::Spring::snappy, AppTheme::Spring::soft, AppTheme::Spring::luxury}) {
+        const QEasingCurve curve = AppTheme::springCurve(spring);
+        EXPECT_DOUBLE_EQ(curve.valueForProgress(0), 0);
+        EXPECT_DOUBLE_EQ(curve.valueForProgress(1), 1);
+        EXPECT_NEAR(curve.valueForProgress(0.98), 1, 0.01);
+        EXPECT_GT(AppTheme::springDurationMs(spring), 200);
+    }
+    // The luxurious spring is the bounciest: it overshoots its target on the way.
+    const QEasingCurve luxury = AppTheme::springCurve(AppTheme::Spring::luxury);
+    double peak = 0;
+    for (int i = 0; i <= 100; ++i)
+        peak = std::max(peak, luxury.valueForProgress(i / 100.0));
+    EXPECT_GT(peak, 1.0);
+}
+
+TEST(StyleKit, SegmentBarOfAnEmptyPackDrawsOnlyTheTrack)
+{
+    QImage empty(120, 7, QImage::Format_ARGB32_Premultiplied);
+    empty.fill(Qt::transparent);
+    {
+        QPainter p(&empty);
+        SegmentBar::paint(&p, QRectF(0, 0, 120, 7),
+                          {{0, AppTheme::ok}, {0, AppTheme::warn}, {0, AppTheme::fail}});
+    }
+    QImage track(120, 7, QImage::Format_ARGB32_Premultiplied);
+    track.fill(Qt::transparent);
+    {
+        QPainter p(&track);
+        SegmentBar::paint(&p, QRectF(0, 0, 120, 7), {});
+    }
+    EXPECT_EQ(empty, track);
+    QImage split(120, 7, QImage::Format_ARGB32_Premultiplied);
+    split.fill(Qt::transparent);
+    {
+        QPainter p(&split);
+        SegmentBar::paint(&p, QRectF(0, 0, 120, 7), {{1, AppTheme::ok}, {1, AppTheme::fail}});
+    }
+    // Left half ok, right half fail, a gap between them.
+    EXPECT_NEAR(split.pixelColor(20, 3).greenF(), AppTheme::ok.greenF(), 0.05);
+    EXPECT_NEAR(split.pixelColor(100, 3).redF(), AppTheme::fail.redF(), 0.05);
+}
+
+TEST(StyleKit, OnlyOkAndWarnBadgesBreathe)
+{
+    EXPECT_TRUE(StatusBadgeLook::pulses(ClipHealth::ok));
+    EXPECT_TRUE(StatusBadgeLook::pulses(ClipHealth::warn));
+    EXPECT_FALSE(StatusBadgeLook::pulses(ClipHealth::fail));
+    EXPECT_FALSE(StatusBadgeLook::pulses(ClipHealth::unknown));
+    EXPECT_EQ(StatusBadgeLook::label(ClipHealth::warn, L10n()), u"WARN");
+}
+
+class Backdrop : public WindowTest
+{
+};
+
+TEST_F(Backdrop, AnimatesOnlyWhileShownAndSkipsWhatCardsCover)
+{
+    AmbientBackground *background = window().content()->background();
+    EXPECT_TRUE(background->isAnimating());
+    // The clip list's card covers most of the right side; frames leave it alone.
+    addClips({QStringLiteral("a.mov")});
+    QApplication::processEvents();
+    const QRegion exposed = background->exposedRegion();
+    const QRegion all(background->rect());
+    qint64 exposedArea = 0;
+    for (const QRect &r : exposed)
+        exposedArea += qint64(r.width()) * r.height();
+    EXPECT_LT(exposedArea, qint64(background->width()) * background->height() * 3 / 4);
+    window().hide();
+    EXPECT_FALSE(background->isAnimating());
+    window().show();
+    EXPECT_TRUE(background->isAnimating());
+}

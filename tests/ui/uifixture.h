@@ -1,0 +1,70 @@
+#pragma once
+
+#include "media/thumbnailcache.h"
+#include "session/sessionfixture.h"
+#include "ui/appcommands.h"
+#include "ui/mainwindow.h"
+#include "ui/uicontext.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include <memory>
+
+// A main window over the session fixture: fake probe and converter, scripted panels, private
+// preferences, and a thumbnail cache of its own that paints a coloured tile per file (the
+// fixture's files are empty, so nothing could decode them).
+class WindowTest : public SessionTest
+{
+protected:
+    WindowTest()
+        : m_thumbnails([](const QString &path, std::stop_token) {
+            QImage image(160, 90, QImage::Format_RGB32);
+            const int hue = static_cast<int>(qHash(path) % 360);
+            image.fill(QColor::fromHsv(hue, 150, 200));
+            QPainter p(&image);
+            p.fillRect(QRect(0, 60, 160, 30), QColor::fromHsv((hue + 180) % 360, 120, 90));
+            return image;
+        })
+    {}
+
+    UiContext &context()
+    {
+        if (!m_context)
+            m_context = std::make_unique<UiContext>(
+                UiContext{vm(), m_localization, m_preferences, m_thumbnails});
+        return *m_context;
+    }
+
+    MainWindow &window()
+    {
+        if (!m_window) {
+            m_window = std::make_unique<MainWindow>(context(), m_desktop);
+            m_window->show();
+            QApplication::processEvents();
+        }
+        return *m_window;
+    }
+
+    QAction *command(AppCommands::Command c) { return window().commands()->action(c); }
+
+    // Adds files (empty; the fake probe answers for them) and waits for the ingest to end.
+    void addClips(const QStringList &names)
+    {
+        QList<QUrl> urls;
+        for (const QString &name : names)
+            urls.append(url(touch(name)));
+        vm().handleDrop(urls);
+        ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+    }
+
+    void TearDown() override
+    {
+        m_window.reset();
+        SessionTest::TearDown();
+    }
+
+    ThumbnailCache m_thumbnails;
+    std::unique_ptr<UiContext> m_context;
+    std::unique_ptr<MainWindow> m_window;
+};
