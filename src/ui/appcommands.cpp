@@ -148,7 +148,7 @@ void AppCommands::relabel()
     label(Command::saveProject, c.text(u"project.save"));
     label(Command::clearPack, c.text(u"menu.clear"));
     label(Command::settings, c.text(u"settings.title") + u'…');
-    label(Command::quit, c.textOr(u"menu.quit", QStringLiteral("Quit Cuebox")));
+    label(Command::quit, c.text(u"menu.quit"));
     label(Command::editNames, c.text(u"rename.open"));
     label(Command::convert, c.text(u"convert.open"));
     label(Command::exportPack, c.text(u"naming.export"));
@@ -163,10 +163,10 @@ void AppCommands::relabel()
     label(Command::toolbarBug, c.text(u"bug.toolbar"),
           c.strings().format(u"bug.toolbar.help", {QStringLiteral(CUEBOX_BUG_EMAIL)}));
     if (m_fileMenu) {
-        m_fileMenu->setText(c.textOr(u"menu.file", QStringLiteral("&File")));
+        m_fileMenu->setText(c.text(u"menu.file"));
         m_packMenu->setText(c.text(u"menu.pack"));
-        m_viewMenu->setText(c.textOr(u"menu.view", QStringLiteral("&View")));
-        m_helpMenu->setText(c.textOr(u"menu.help", QStringLiteral("&Help")));
+        m_viewMenu->setText(c.text(u"menu.view"));
+        m_helpMenu->setText(c.text(u"menu.help"));
     }
 }
 

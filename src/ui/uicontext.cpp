@@ -13,13 +13,6 @@ QString UiContext::text(QStringView key) const
     return strings()[key];
 }
 
-QString UiContext::textOr(QStringView key, const QString &english) const
-{
-    if (!L10n::contains(AppLanguage::english, key))
-        return english;
-    return strings()[key];
-}
-
 bool UiContext::compact() const
 {
     return preferences.compactMode();

@@ -20,8 +20,5 @@ struct UiContext {
 
     L10n strings() const;
     QString text(QStringView key) const;
-    // For texts the tables do not carry yet (standard menu titles): the table's text once it
-    // has the key, the English fallback until then.
-    QString textOr(QStringView key, const QString &english) const;
     bool compact() const;
 };
