@@ -2,6 +2,8 @@
 #include "convertfixtures.h"
 
 #include "media/convert/mediaconverter.h"
+#include "media/ffmpeg/ffmpegprobe.h"
+#include "media/mediainspector.h"
 
 #include <QTemporaryDir>
 
@@ -108,6 +110,20 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
         EXPECT_NEAR(number(audio[0], "duration"), 2.0, frame);
         EXPECT_NEAR(number(audio[0], "start_time"), 0.0, 0.001); // in step with the picture
         EXPECT_TRUE(decodesCleanly(*result));
+
+        // Our own probe reads the same movie the same way, so the pack's re-inspection after a
+        // conversion judges what ffprobe sees.
+        const VideoFacts facts = FfmpegProbe().probeVideo(*result, {});
+        EXPECT_EQ(facts.failedAt, VideoFacts::Stage::none) << facts.errorText.toStdString();
+        ASSERT_TRUE(facts.videoCodecCode);
+        EXPECT_EQ(MediaInspector::fourCC(*facts.videoCodecCode), QLatin1String(row.videoTag));
+        EXPECT_EQ(facts.naturalWidth, 320.0);
+        EXPECT_EQ(facts.naturalHeight, 180.0);
+        ASSERT_TRUE(facts.duration);
+        EXPECT_NEAR(*facts.duration, number(sourceVideo, "duration"), frame);
+        EXPECT_FLOAT_EQ(facts.nominalFrameRate, 25.0f);
+        EXPECT_EQ(facts.videoTrackCount, 1);
+        EXPECT_EQ(facts.audioTrackCount, 1);
     }
 }
 
@@ -156,6 +172,9 @@ TEST_F(VideoConversion, DropAudioLeavesNoAudioTrack)
     EXPECT_EQ(streams(report, QStringLiteral("video")).size(), 1);
     EXPECT_TRUE(streams(report, QStringLiteral("audio")).isEmpty());
     EXPECT_TRUE(decodesCleanly(*result));
+    const VideoFacts facts = FfmpegProbe().probeVideo(*result, {});
+    EXPECT_EQ(facts.audioTrackCount, 0);
+    EXPECT_FALSE(facts.audioCodecCode);
 }
 
 TEST_F(VideoConversion, OnlyTheFirstOfTwoAudioTracksIsKept)
@@ -167,6 +186,7 @@ TEST_F(VideoConversion, OnlyTheFirstOfTwoAudioTracksIsKept)
     ASSERT_EQ(audio.size(), 1);
     EXPECT_EQ(audio[0].value(QStringLiteral("channels")).toInt(), 1); // the mono first track
     EXPECT_TRUE(decodesCleanly(*result));
+    EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).audioTrackCount, 1);
 }
 
 TEST_F(VideoConversion, SourceWithoutAudioGivesMovieWithoutAudio)
@@ -190,6 +210,12 @@ TEST_F(VideoConversion, DisplayMatrixIsCarriedOverAndPixelsStayStored)
         ASSERT_EQ(sideData.size(), 1);
         EXPECT_EQ(sideData[0].toObject().value(QStringLiteral("rotation")).toInt(), -90);
         EXPECT_TRUE(decodesCleanly(*result));
+
+        const std::optional<DisplayMatrix> sourceMatrix =
+            FfmpegProbe().probeVideo(path(QStringLiteral("rotated.mov")), {}).transform;
+        ASSERT_TRUE(sourceMatrix);
+        ASSERT_NE(*sourceMatrix, DisplayMatrix{});
+        EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).transform, sourceMatrix);
     }
 }
 
