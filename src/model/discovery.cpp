@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -37,50 +38,98 @@ QCollator makeCollator()
 
 using DirKey = std::pair<dev_t, ino_t>;
 
+// A media item as found and its normalised path. Below a folder whose real path is known, an
+// entry that is not a link has the real path folder + name, so only links cost a resolution:
+// resolving every file anew took seven readlink calls each.
+struct Found {
+    QString path;
+    QString normal;
+};
+
+struct Entry {
+    QString name;
+    unsigned char type;
+};
+
+QList<Entry> entriesOf(const QString &folder)
+{
+    QList<Entry> entries;
+    DIR *dir = ::opendir(QFile::encodeName(folder).constData());
+    if (!dir)
+        return entries;
+    while (const dirent *item = ::readdir(dir)) {
+        const QString name = QFile::decodeName(item->d_name);
+        if (name == u"." || name == u"..")
+            continue;
+        entries.append({name, item->d_type});
+    }
+    ::closedir(dir);
+    return entries;
+}
+
 // Depth-first, each folder's entries in file-browser order, descending into a folder as soon
 // as it is met. `visited` holds the folders already walked so that links cannot loop.
-void walk(const QString &folder, const QCollator &collator, std::set<DirKey> &visited,
-          QStringList &out)
+void walk(const QString &folder, const QString &realFolder, const QCollator &collator,
+          std::set<DirKey> &visited, QList<Found> &out)
 {
-    struct stat info {};
+    struct stat info {
+    };
     if (::stat(QFile::encodeName(folder).constData(), &info) != 0 || !S_ISDIR(info.st_mode))
         return;
     if (!visited.insert({info.st_dev, info.st_ino}).second)
         return;
 
-    QDir dir(folder);
-    // System lists dangling links too; Hidden is needed to see names the filter below judges.
-    QStringList names = dir.entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden |
-                                          QDir::System,
-                                      QDir::NoSort);
-    std::stable_sort(names.begin(), names.end(), [&](const QString &a, const QString &b) {
-        return collator.compare(a, b) < 0;
+    QList<Entry> entries = entriesOf(folder);
+    std::stable_sort(entries.begin(), entries.end(), [&](const Entry &a, const Entry &b) {
+        return collator.compare(a.name, b.name) < 0;
     });
-    for (const QString &name : std::as_const(names)) {
-        if (isHiddenName(name))
+    const auto join = [](const QString &parent, const QString &name) {
+        return parent.endsWith(u'/') ? parent + name : parent + u'/' + name;
+    };
+    for (const Entry &entry : std::as_const(entries)) {
+        if (isHiddenName(entry.name))
             continue;
-        const QString child = folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
+        const QString child = join(folder, entry.name);
+        unsigned char type = entry.type;
+        if (type == DT_UNKNOWN) { // some file systems do not say; ask
+            struct stat own {
+            };
+            if (::lstat(QFile::encodeName(child).constData(), &own) == 0)
+                type = S_ISLNK(own.st_mode) ? DT_LNK : S_ISDIR(own.st_mode) ? DT_DIR : DT_REG;
+        }
+        const bool link = type == DT_LNK;
+        const QString realChild = link ? normalizedPath(child) : join(realFolder, entry.name);
         // Like the platform enumerator, any item with a media name counts, even a folder.
-        if (PathNames::isMedia(name))
-            out.append(child);
-        if (QFileInfo(child).isDir())
-            walk(child, collator, visited, out);
+        if (PathNames::isMedia(entry.name))
+            out.append({child, realChild});
+        if (type == DT_DIR || (link && QFileInfo(child).isDir()))
+            walk(child, realChild, collator, visited, out);
     }
+}
+
+QList<Found> collectFound(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {};
+    if (!info.isDir())
+        return PathNames::isMedia(path) ? QList<Found>{{path, normalizedPath(path)}}
+                                        : QList<Found>{};
+    QList<Found> out;
+    std::set<DirKey> visited;
+    const QString folder = QDir::cleanPath(info.absoluteFilePath());
+    walk(folder, normalizedPath(folder), makeCollator(), visited, out);
+    return out;
 }
 
 } // namespace
 
 QStringList collectMedia(const QString &path)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return {};
-    if (!info.isDir())
-        return PathNames::isMedia(path) ? QStringList{path} : QStringList{};
-    QStringList out;
-    std::set<DirKey> visited;
-    walk(QDir::cleanPath(info.absoluteFilePath()), makeCollator(), visited, out);
-    return out;
+    QStringList paths;
+    for (Found &found : collectFound(path))
+        paths.append(std::move(found.path));
+    return paths;
 }
 
 QString normalizedPath(const QString &path)
@@ -106,14 +155,14 @@ bool fileBrowserLess(const QString &a, const QString &b)
 
 QStringList freshMedia(const QStringList &dropped, const QStringList &existing)
 {
-    QStringList collected;
+    QList<Found> collected;
     for (const QString &location : dropped)
-        collected += collectMedia(location);
+        collected += collectFound(location);
 
     QStringList unique;
     QSet<QString> seen;
-    for (const QString &path : std::as_const(collected)) {
-        QString normal = normalizedPath(path);
+    for (Found &found : collected) {
+        QString normal = std::move(found.normal);
         if (seen.contains(normal))
             continue;
         seen.insert(normal);

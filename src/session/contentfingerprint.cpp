@@ -66,8 +66,7 @@ QString make(const QString &path, std::optional<double> duration, qint64 fileSiz
     std::unique_ptr<EVP_MD_CTX, DigestFreer> context(EVP_MD_CTX_new());
     EVP_DigestInit_ex(context.get(), EVP_sha256(), nullptr);
     const QByteArray header =
-        (QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(0)))
-            .toUtf8();
+        (QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(0))).toUtf8();
     EVP_DigestUpdate(context.get(), header.constData(), static_cast<size_t>(header.size()));
 
     FileCloser file{::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC)};

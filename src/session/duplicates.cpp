@@ -21,9 +21,11 @@ qint64 markDuplicates(QList<MediaClip> &clips)
     qint64 total = 0;
     for (MediaClip &clip : clips) {
         clip.issues.removeIf([](const ClipIssue &i) { return i.kind == IssueKind::duplicate; });
-        bool duplicate = clip.contentFingerprint && exactCounts.value(*clip.contentFingerprint) >= 2;
+        bool duplicate =
+            clip.contentFingerprint && exactCounts.value(*clip.contentFingerprint) >= 2;
         if (!duplicate && clip.duration && *clip.duration > kSoftRuleMinDuration)
-            duplicate = softCounts.value(ContentFingerprint::softKey(clip.duration, clip.fileSize)) >= 2;
+            duplicate =
+                softCounts.value(ContentFingerprint::softKey(clip.duration, clip.fileSize)) >= 2;
         clip.isDuplicate = duplicate;
         if (duplicate) {
             clip.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::duplicate));

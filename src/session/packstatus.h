@@ -62,8 +62,7 @@ public:
 private:
     explicit PackStatus(Kind kind, qint64 first = 0, qint64 second = 0, QString text = {})
         : m_kind(kind), m_first(first), m_second(second), m_text(std::move(text))
-    {
-    }
+    {}
 
     Kind m_kind = Kind::idle;
     qint64 m_first = 0;

@@ -6,6 +6,7 @@
 #include "model/arenanamer.h"
 #include "output/packreport.h"
 #include "session/duplicates.h"
+#include "session/probebatch.h"
 #include "session/watchfoldermonitor.h"
 
 PackViewModel::PackViewModel(Services services, QObject *parent)
@@ -20,6 +21,10 @@ PackViewModel::PackViewModel(Services services, QObject *parent)
         m_services.preferences = &AppPreferences::shared();
     if (!m_services.clock)
         m_services.clock = systemClock();
+    m_liveRules = std::make_shared<LiveRules>(rules());
+    connect(this, &PackViewModel::screenProfileChanged, this, &PackViewModel::publishRules);
+    connect(this, &PackViewModel::warnOnEmbeddedAudioChanged, this, &PackViewModel::publishRules);
+    connect(this, &PackViewModel::warnOnHEVCChanged, this, &PackViewModel::publishRules);
 }
 
 PackViewModel::~PackViewModel()
@@ -27,6 +32,21 @@ PackViewModel::~PackViewModel()
     // A conversion still running on the pool must not report into a dead session.
     m_conversionStop.request_stop();
     m_exportStop.request_stop();
+    // An ingest worker posts into this object; it stops within one probe and must be gone
+    // before the object is.
+    m_ingestStop.request_stop();
+    for (QFuture<void> &worker : m_ingestWorkers)
+        worker.waitForFinished();
+}
+
+void PackViewModel::publishRules()
+{
+    m_liveRules->set(rules());
+}
+
+void PackViewModel::pruneIngestWorkers()
+{
+    m_ingestWorkers.removeIf([](const QFuture<void> &worker) { return worker.isFinished(); });
 }
 
 // --- published state -------------------------------------------------------------------------

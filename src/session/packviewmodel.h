@@ -21,6 +21,7 @@
 #include <optional>
 #include <stop_token>
 
+class LiveRules;
 class AppPreferences;
 class Desktop;
 class LocalizationManager;
@@ -187,10 +188,9 @@ private:
     void setScreenProfileField(ScreenProfile profile);
     QString text(const char *key) const;
     void requestThumbnail(const MediaClip &clip);
-    enum class Fingerprint { now, later };
-    QCoro::Task<MediaClip> inspectOffThread(QString path,
-                                            Fingerprint fingerprint = Fingerprint::now);
-    QFuture<QString> fingerprintOffThread(const MediaClip &clip);
+    QCoro::Task<MediaClip> inspectOffThread(QString path);
+    void publishRules();
+    void pruneIngestWorkers();
     void replaceConverted(const QUuid &id, const MediaClip &fresh);
     QCoro::Task<> convertBatch(QList<MediaClip> targets, QString folder, bool dropAudio,
                                bool stripping);
@@ -198,6 +198,10 @@ private:
     Services m_services;
     std::unique_ptr<WatchFolderMonitor> m_watchFolder;
     std::stop_source m_conversionStop;
+    // Ingest workers read the rules from here and report into this session until stopped.
+    std::shared_ptr<LiveRules> m_liveRules;
+    std::stop_source m_ingestStop;
+    QList<QFuture<void>> m_ingestWorkers;
     std::stop_source m_exportStop;
 
     QList<MediaClip> m_clips;

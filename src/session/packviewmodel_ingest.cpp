@@ -9,37 +9,29 @@
 #include "session/contentfingerprint.h"
 #include "session/duplicates.h"
 #include "session/platform.h"
+#include "session/probebatch.h"
 #include "session/watchfoldermonitor.h"
 
 #include <QCoroFuture>
 #include <QPointer>
+#include <QPromise>
 #include <QtConcurrent>
 
-QCoro::Task<MediaClip> PackViewModel::inspectOffThread(QString path, Fingerprint fingerprint)
+QCoro::Task<MediaClip> PackViewModel::inspectOffThread(QString path)
 {
     // The worker gets values only, never `this`.
     const std::shared_ptr<const MediaProbe> probe = m_services.probe;
     const InspectionRules rules = this->rules(); // read again for every file
-    const bool withFingerprint = fingerprint == Fingerprint::now;
     // g++ 12 destroys temporaries inside a co_await expression twice, so every future is a
     // named local before it is awaited.
-    QFuture<MediaClip> future = QtConcurrent::run([probe, rules, path, withFingerprint] {
+    QFuture<MediaClip> future = QtConcurrent::run([probe, rules, path] {
         MediaClip probed = MediaInspector::inspect(path, rules, *probe);
-        if (withFingerprint)
-            probed.contentFingerprint =
-                ContentFingerprint::make(path, probed.duration, probed.fileSize);
+        probed.contentFingerprint =
+            ContentFingerprint::make(path, probed.duration, probed.fileSize);
         return probed;
     });
     MediaClip clip = co_await future;
     co_return clip;
-}
-
-QFuture<QString> PackViewModel::fingerprintOffThread(const MediaClip &clip)
-{
-    return QtConcurrent::run(
-        [path = clip.sourcePath(), duration = clip.duration, size = clip.fileSize] {
-            return ContentFingerprint::make(path, duration, size);
-        });
 }
 
 QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
@@ -72,38 +64,59 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         co_return;
     }
 
+    // The probes run on one worker; it announces each file through a posted call, so every
+    // "Checking" status arrives in order and before the batch's end, which is posted the same
+    // way. When the session goes away first, its destructor stops and waits for the worker,
+    // the posted calls die with it, and the abandoned promise wakes this coroutine.
+    struct Run {
+        QPromise<void> done;
+        QList<MediaClip> clips;
+    };
+    auto run = std::make_shared<Run>();
+    run->done.start();
+    QFuture<void> finished = run->done.future();
+    const ProbeBatch batch{
+        m_services.probe, m_liveRules, [this, fresh](qsizetype i) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, i, total = fresh.size(), name = PathNames::lastComponent(fresh[i])] {
+                    setStatus(PackStatus::checking(i + 1, total, name));
+                },
+                Qt::QueuedConnection);
+        }};
+    m_ingestWorkers.append(
+        QtConcurrent::run([this, batch, fresh, run, stop = m_ingestStop.get_token()] {
+            QList<MediaClip> probed = batch.run(fresh, stop);
+            if (stop.stop_requested())
+                return;
+            QMetaObject::invokeMethod(
+                this,
+                [run, probed = std::move(probed)]() mutable {
+                    run->clips = std::move(probed);
+                    run->done.finish();
+                },
+                Qt::QueuedConnection);
+        }));
+    co_await finished;
+    if (!self)
+        co_return;
+    pruneIngestWorkers();
+    QList<MediaClip> added = std::move(run->clips);
+
     const qsizetype base = m_clips.size();
-    QList<MediaClip> added;
-    added.reserve(fresh.size());
-    // Probes stay strictly one after another; a clip's fingerprint is hashed on the second
-    // core while the next file is probed.
-    QFuture<QString> pendingFingerprint;
-    for (qsizetype i = 0; i < fresh.size(); ++i) {
-        setStatus(PackStatus::checking(i + 1, fresh.size(), PathNames::lastComponent(fresh[i])));
-        MediaClip clip = co_await inspectOffThread(fresh[i], Fingerprint::later);
-        if (!self)
-            co_return;
-        if (!added.isEmpty()) {
-            added.back().contentFingerprint = co_await pendingFingerprint;
-            if (!self)
-                co_return;
-        }
-        pendingFingerprint = fingerprintOffThread(clip);
+    for (qsizetype i = 0; i < added.size(); ++i) {
+        MediaClip &clip = added[i];
         clip.cueIndex = base + i + 1;
         clip.arenaName =
             ArenaNamer::makeName(clip.cueIndex, clip.originalName, m_showPrefix, m_zeroPad);
         requestThumbnail(clip);
-        added.append(std::move(clip));
     }
-    added.back().contentFingerprint = co_await pendingFingerprint;
-    if (!self)
-        co_return;
 
     QList<MediaClip> clips = m_clips;
     clips.append(added);
     setClips(std::move(clips));
     markDuplicates();
-    if (!m_selectedClipID)
+    if (!m_selectedClipID && !added.isEmpty())
         setSelectedClipID(added.front().id);
     setScanning(false);
     if (m_watchFolder->isWatching()) {

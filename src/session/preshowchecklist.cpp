@@ -13,8 +13,8 @@ bool isDxv(const MediaClip &clip)
 ChecklistItem item(const QString &id, bool ok, std::optional<qint64> count)
 {
     const QString title = QStringLiteral("checklist.") + id;
-    return ChecklistItem{id, ok, title, title + (ok ? QStringLiteral(".ok") : QStringLiteral(".bad")),
-                         count};
+    return ChecklistItem{id, ok, title,
+                         title + (ok ? QStringLiteral(".ok") : QStringLiteral(".bad")), count};
 }
 
 } // namespace
@@ -52,9 +52,8 @@ PreShowChecklist PreShowChecklist::build(const QList<MediaClip> &clips,
     }
     list.items.append(dxvItem);
 
-    list.items.append(
-        item(QStringLiteral("backup"), lastBackupURL.has_value() || lastExportURL.has_value(),
-             std::nullopt));
+    list.items.append(item(QStringLiteral("backup"),
+                           lastBackupURL.has_value() || lastExportURL.has_value(), std::nullopt));
     list.items.append(item(QStringLiteral("duplicates"), duplicates == 0, duplicates));
     return list;
 }

@@ -1,6 +1,7 @@
 #include "sessionfixture.h"
 
 #include <QCoroTask>
+#include <QTest>
 #include <QTimer>
 
 #include <unistd.h>
@@ -135,4 +136,41 @@ TEST_F(Ingest, ProfileChangeReprobesAndKeepsIdentity)
     }
     EXPECT_TRUE(vm().clips()[1].issues.isEmpty()); // 5000 px is fine on an LED wall
     EXPECT_EQ(vm().status(), PackStatus::ready(2));
+}
+
+TEST_F(Ingest, RulesChangedDuringAScanApplyFromTheNextFile)
+{
+    for (int i = 1; i <= 4; ++i) {
+        touch(QStringLiteral("s/%1.mov").arg(i));
+        VideoFacts wide = FakeProbe::defaultVideo();
+        wide.naturalWidth = 5000;
+        wide.naturalHeight = 2812;
+        m_probe->setVideo(QStringLiteral("%1.mov").arg(i), wide);
+    }
+    m_probe->setDelay(std::chrono::milliseconds(40));
+    // Switching to an LED wall while the second file is announced: the probe of that file may
+    // already run, but the last one certainly reads the new rules.
+    QObject::connect(&vm(), &PackViewModel::statusChanged, [this] {
+        if (vm().status() == PackStatus::checking(2, 4, QStringLiteral("2.mov")))
+            vm().setScreenProfile(ScreenProfile::ledWall);
+    });
+    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ASSERT_EQ(vm().clips().size(), 4);
+    EXPECT_EQ(vm().clips()[0].issues.size(), 1); // too wide for the 16:9 stage it was probed for
+    EXPECT_TRUE(vm().clips()[3].issues.isEmpty());
+}
+
+TEST_F(Ingest, SessionDestroyedDuringAScanStopsTheWorker)
+{
+    for (int i = 0; i < 20; ++i)
+        touch(QStringLiteral("s/%1.mov").arg(i));
+    m_probe->setDelay(std::chrono::milliseconds(20));
+    vm().ingest({url(path("s"))});
+    ASSERT_TRUE(waitUntil([this] { return m_probe->calls() >= 2; }));
+    m_vm.reset(); // waits for the probe in flight, then nothing reports into the dead session
+    const int calls = m_probe->calls();
+    QTest::qWait(100);
+    QCoreApplication::processEvents();
+    EXPECT_LE(calls, 4);
+    EXPECT_EQ(m_probe->calls(), calls);
 }

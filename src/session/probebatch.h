@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/mediaclip.h"
+#include "model/screenprofile.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <stop_token>
+
+class MediaProbe;
+
+// The rules an ingest running on a worker reads before every file. The session writes them on
+// the GUI thread whenever a switch or the screen profile changes, so a change during a scan
+// applies from the next file on.
+class LiveRules
+{
+public:
+    explicit LiveRules(InspectionRules rules) : m_rules(std::move(rules)) {}
+    void set(InspectionRules rules);
+    InspectionRules get() const;
+
+private:
+    mutable std::mutex m_mutex;
+    InspectionRules m_rules;
+};
+
+// Probes files strictly one after another on the calling thread (never two probes at once),
+// while each clip's fingerprint is hashed on another pool thread as the next file is probed.
+// Running the whole batch on one worker keeps the GUI thread out of the loop: a round trip
+// through the event loop per file cost as much as the probe itself.
+struct ProbeBatch {
+    std::shared_ptr<const MediaProbe> probe;
+    std::shared_ptr<const LiveRules> rules;
+    // Called on the worker just before file `index` is probed.
+    std::function<void(qsizetype index)> willProbe;
+
+    // The clips in the order of `files`; fewer when stopped.
+    QList<MediaClip> run(const QStringList &files, std::stop_token stop) const;
+};
