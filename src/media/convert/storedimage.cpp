@@ -1,5 +1,6 @@
 #include "storedimage.h"
 
+#include "media/heif/heifhandles.h"
 #include "media/heif/heifimage.h"
 
 #include <QFile>
@@ -12,21 +13,7 @@
 
 namespace {
 
-struct ContextFreer {
-    void operator()(heif_context *p) const { heif_context_free(p); }
-};
-struct HandleReleaser {
-    void operator()(const heif_image_handle *p) const { heif_image_handle_release(p); }
-};
-struct ImageReleaser {
-    void operator()(const heif_image *p) const { heif_image_release(p); }
-};
-struct OptionsFreer {
-    void operator()(heif_decoding_options *p) const { heif_decoding_options_free(p); }
-};
-
-// Far beyond any camera; keeps a hostile header from asking for gigabytes.
-constexpr int kMaxSide = 16384;
+using namespace HeifHandles;
 
 // Samples of fewer than 16 bits, as libheif leaves them in 16-bit words, spread over the full
 // 16-bit range so that white stays white (0x3FF becomes 0xFFFF).
@@ -43,7 +30,7 @@ void widenSamples(QImage &image, int bits)
 
 QImage readHeif(const QString &path)
 {
-    std::unique_ptr<heif_context, ContextFreer> context(heif_context_alloc());
+    Context context(heif_context_alloc());
     if (!context)
         return {};
     heif_context_set_maximum_image_size_limit(context.get(), kMaxSide);
@@ -53,7 +40,7 @@ QImage readHeif(const QString &path)
     heif_image_handle *primary = nullptr;
     if (heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
         return {};
-    std::unique_ptr<const heif_image_handle, HandleReleaser> handle(primary);
+    ImageHandle handle(primary);
     const bool alpha = heif_image_handle_has_alpha_channel(primary) != 0;
     const int bits = heif_image_handle_get_luma_bits_per_pixel(primary);
     const bool deep = bits > 8;
@@ -68,7 +55,7 @@ QImage readHeif(const QString &path)
         chroma = heif_chroma_interleaved_RGBA;
         format = QImage::Format_RGBA8888;
     }
-    std::unique_ptr<heif_decoding_options, OptionsFreer> options(heif_decoding_options_alloc());
+    Options options(heif_decoding_options_alloc());
     if (!options)
         return {};
     options->ignore_transformations =
@@ -77,7 +64,7 @@ QImage readHeif(const QString &path)
     if (heif_decode_image(primary, &decoded, heif_colorspace_RGB, chroma, options.get()).code !=
         heif_error_Ok)
         return {};
-    std::unique_ptr<const heif_image, ImageReleaser> image(decoded);
+    Image image(decoded);
     int stride = 0;
     const uint8_t *plane =
         heif_image_get_plane_readonly(decoded, heif_channel_interleaved, &stride);

@@ -1,4 +1,5 @@
 #include "heifimage.h"
+#include "heifhandles.h"
 
 #include "media/fitsize.h"
 
@@ -13,26 +14,11 @@ namespace HeifImage {
 
 namespace {
 
-struct ContextFreer {
-    void operator()(heif_context *p) const { heif_context_free(p); }
-};
-struct HandleReleaser {
-    void operator()(const heif_image_handle *p) const { heif_image_handle_release(p); }
-};
-struct ImageReleaser {
-    void operator()(const heif_image *p) const { heif_image_release(p); }
-};
-using ContextHandle = std::unique_ptr<heif_context, ContextFreer>;
-using ImageHandleHandle = std::unique_ptr<const heif_image_handle, HandleReleaser>;
-using ImageHandle = std::unique_ptr<const heif_image, ImageReleaser>;
-
-// Far beyond any camera, and small enough that a hostile header cannot make the decoder ask for
-// gigabytes.
-constexpr int kMaxSide = 16384;
+using namespace HeifHandles;
 
 struct Opened {
-    ContextHandle context;
-    ImageHandleHandle primary;
+    Context context;
+    ImageHandle primary;
 };
 
 Opened openPrimary(const QString &path)
@@ -102,7 +88,7 @@ QImage thumbnail(const QString &path, int maxSide)
                           heif_chroma_interleaved_RGBA, nullptr)
             .code != heif_error_Ok)
         return {};
-    const ImageHandle image(decoded);
+    const Image image(decoded);
     int stride = 0;
     const uint8_t *pixels =
         heif_image_get_plane_readonly(image.get(), heif_channel_interleaved, &stride);
