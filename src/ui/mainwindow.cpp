@@ -6,10 +6,12 @@
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
 #include "session/packviewmodel.h"
-#include "sheetscaffold.h"
+#include "studios/convertstudioview.h"
+#include "studios/renamestudioview.h"
 #include "symbols.h"
 
 #include <QDialog>
+#include <QDir>
 #include <QMenuBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -17,6 +19,7 @@
 MainWindow::MainWindow(const UiContext &context, Desktop &desktop, QWidget *parent)
     : QMainWindow(parent)
     , m_context(context)
+    , m_desktop(desktop)
     , m_commands(new AppCommands(context, desktop, this))
     , m_toolBar(new QToolBar(this))
 {
@@ -80,20 +83,22 @@ void MainWindow::applyCompact()
     setMinimumSize(content.width(), content.height() + chrome);
 }
 
-QDialog *MainWindow::openSheet(const QString &title, void (PackViewModel::*closeFlag)(bool))
+QDialog *MainWindow::openSheet(const QString &title, QSize size,
+                               void (PackViewModel::*closeFlag)(bool),
+                               const std::function<QWidget *(QDialog *sheet)> &makeContent)
 {
     auto *sheet = new QDialog(this);
     sheet->setAttribute(Qt::WA_DeleteOnClose);
     sheet->setWindowTitle(title);
-    sheet->setMinimumSize(720, 520);
+    // They open at their designed size and may grow; a little smaller still fits small screens.
+    sheet->setMinimumSize(size.width() * 5 / 6, size.height() * 3 / 4);
+    sheet->resize(size);
     PackViewModel &vm = m_context.viewModel;
     auto *layout = new QVBoxLayout(sheet);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto *scaffold = new SheetScaffold(title, QString(), [sheet] { sheet->close(); });
-    // The studios' content arrives with the studio work; the sheet already opens and closes
-    // through the session's flags.
-    scaffold->setContent(new QWidget);
-    layout->addWidget(scaffold);
+    // The studio closes its sheet itself (close button, Close, or after applying); every way
+    // out clears the session's flag.
+    layout->addWidget(makeContent(sheet));
     connect(sheet, &QDialog::finished, &vm, [&vm, closeFlag] { (vm.*closeFlag)(false); });
     sheet->open();
     return sheet;
@@ -104,12 +109,19 @@ void MainWindow::syncSheets()
     const PackViewModel &vm = m_context.viewModel;
     if (vm.showRenameStudio() && !m_renameSheet)
         m_renameSheet =
-            openSheet(m_context.text(u"rename.open"), &PackViewModel::setShowRenameStudio);
+            openSheet(m_context.text(u"rename.studio"), RenameStudioView::kSheetSize,
+                      &PackViewModel::setShowRenameStudio, [this](QDialog *sheet) {
+                          return new RenameStudioView(m_context, [sheet] { sheet->close(); });
+                      });
     else if (!vm.showRenameStudio() && m_renameSheet)
         m_renameSheet->close();
     if (vm.showConvertStudio() && !m_convertSheet)
         m_convertSheet =
-            openSheet(m_context.text(u"convert.open"), &PackViewModel::setShowConvertStudio);
+            openSheet(m_context.text(u"convert.studio"), ConvertStudioView::kSheetSize,
+                      &PackViewModel::setShowConvertStudio, [this](QDialog *sheet) {
+                          return new ConvertStudioView(
+                              m_context, m_desktop, [sheet] { sheet->close(); }, QDir::homePath());
+                      });
     else if (!vm.showConvertStudio() && m_convertSheet)
         m_convertSheet->close();
 }

@@ -6,6 +6,8 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <functional>
+
 class AppCommands;
 class ContentView;
 class Desktop;
@@ -34,9 +36,11 @@ private:
     void rebuildContent();
     void applyCompact();
     void syncSheets();
-    QDialog *openSheet(const QString &title, void (PackViewModel::*closeFlag)(bool));
+    QDialog *openSheet(const QString &title, QSize size, void (PackViewModel::*closeFlag)(bool),
+                       const std::function<QWidget *(QDialog *sheet)> &makeContent);
 
     UiContext m_context;
+    Desktop &m_desktop;
     AppCommands *m_commands;
     QToolBar *m_toolBar;
     ContentView *m_content = nullptr;

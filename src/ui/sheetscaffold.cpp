@@ -24,6 +24,7 @@ SheetScaffold::SheetScaffold(const QString &title, const QString &subtitle,
     texts->addWidget(titleLabel);
     if (!subtitle.isEmpty()) {
         auto *sub = new QLabel(subtitle);
+        sub->setWordWrap(true); // a narrow sheet's subtitle takes a second line
         sub->setFont(AppTheme::font(13));
         QPalette pal = sub->palette();
         pal.setColor(QPalette::WindowText, AppTheme::white(0.48));

@@ -41,7 +41,11 @@ const QHash<QString, QString> &table()
                                  "questionmark.circle",
                                  "lightbulb.max.fill",
                                  "xmark",
-                                 "gearshape"}) {
+                                 "gearshape",
+                                 // the studios' own pictures (src/ui/studios/icons)
+                                 "bolt.horizontal.circle.fill",
+                                 "arrow.up.forward.app",
+                                 "arrow.triangle.2.circlepath"}) {
             const QString n = QString::fromLatin1(name);
             t.insert(n, QStringLiteral(":/icons/%1.svg").arg(n));
         }

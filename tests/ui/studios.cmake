@@ -1,0 +1,2 @@
+# The rename and convert studios: their flows, bindings and pictures.
+target_sources(ui_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/studios_test.cpp)

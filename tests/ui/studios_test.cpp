@@ -1,0 +1,784 @@
+// The rename studio's flows (edit, clear, close, apply) and the convert studio's bindings,
+// progress and Cancel, driven through the widgets the way an operator would.
+#include "uifixture.h"
+
+#include "model/arenanamer.h"
+#include "session/alley.h"
+#include "ui/kitbuttons.h"
+#include "ui/kitwidgets.h"
+#include "ui/studios/convertparts.h"
+#include "ui/studios/convertstudioview.h"
+#include "ui/studios/renamedraftmodel.h"
+#include "ui/studios/renamerowsview.h"
+#include "ui/studios/renamestudioview.h"
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTest>
+
+namespace {
+
+QString cell(const RenameStudioView *studio, int row, RenameDraftModel::Column column)
+{
+    return studio->model()->index(row, column).data().toString();
+}
+
+QStringList previews(const RenameStudioView *studio)
+{
+    QStringList out;
+    for (int row = 0; row < studio->model()->rowCount(); ++row)
+        out.append(cell(studio, row, RenameDraftModel::PreviewColumn));
+    return out;
+}
+
+QStringList labelTexts(const QWidget *widget)
+{
+    QStringList out;
+    for (const QLabel *label : widget->findChildren<QLabel *>())
+        out.append(label->text());
+    return out;
+}
+
+} // namespace
+
+class RenameStudioSheet : public WindowTest
+{
+protected:
+    // Three clips named by the session as the ingest does; then the studio opens from the
+    // session's flag, as the menu and the sidebar open it.
+    void addThree()
+    {
+        addClips({QStringLiteral("Crowd.MOV"), QStringLiteral("Intro Loop.mov"),
+                  QStringLiteral("Logo.png")});
+        ASSERT_EQ(originalNames(), (QStringList{"Crowd.MOV", "Intro Loop.mov", "Logo.png"}));
+    }
+
+    RenameStudioView *open()
+    {
+        window();
+        vm().setShowRenameStudio(true);
+        EXPECT_TRUE(waitUntil([this] { return window().renameSheet() != nullptr; }));
+        QDialog *sheet = window().renameSheet();
+        if (!sheet)
+            return nullptr;
+        EXPECT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
+        return sheet->findChild<RenameStudioView *>();
+    }
+
+    bool closed()
+    {
+        return waitUntil([this] { return window().renameSheet() == nullptr; });
+    }
+
+    // Clicks a row's stem the way a user does and hands back the field that opens.
+    QLineEdit *editStem(RenameStudioView *studio, int row)
+    {
+        RenameRowsView *rows = studio->rows();
+        QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->stemFieldRect(row).center());
+        EXPECT_TRUE(waitUntil([rows] { return rows->openEditor() != nullptr; }));
+        EXPECT_EQ(rows->currentIndex().row(), row);
+        return rows->openEditor();
+    }
+};
+
+TEST_F(RenameStudioSheet, OpensWithNamesRebuiltFromPrefixAndOriginals)
+{
+    addThree();
+    vm().setShowPrefix(QStringLiteral("Show"));
+    vm().setArenaName(vm().clips()[1].id, QStringLiteral("hand_named")); // rebuilt on opening
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    EXPECT_EQ(window().renameSheet()->size(), RenameStudioView::kSheetSize);
+    EXPECT_EQ(window().renameSheet()->windowTitle(), "Rename studio");
+    EXPECT_TRUE(labelTexts(studio).contains("Rename studio"));
+    EXPECT_TRUE(labelTexts(studio).contains(
+        "Edit the Arena names before you export. Change the stem, keep the numbering tidy."));
+    EXPECT_EQ(studio->heads()->titles(), (QStringList{"", "Original", "Stem", "Preview file"}));
+    EXPECT_EQ(studio->prefixField()->text(), "Show");
+    EXPECT_EQ(studio->prefixField()->placeholderText(), "e.g. concert");
+    EXPECT_EQ(studio->prefixField()->width(), 240);
+    EXPECT_TRUE(studio->zeroPadSwitch()->isChecked());
+    EXPECT_TRUE(labelTexts(studio).contains(QString::fromUtf8("Number as 01, 02…")));
+    EXPECT_EQ(studio->resetButton()->text(), "Rebuild from template");
+    EXPECT_EQ(studio->resetButton()->toolTip(),
+              "Rebuild every name from the prefix and original file names.");
+    EXPECT_EQ(studio->countLabel()->text(), "3 clips");
+    EXPECT_EQ(studio->closeButton()->text(), "Close");
+    EXPECT_EQ(studio->applyButton()->text(), "Apply names");
+
+    struct Row {
+        const char *cue, *original, *stem, *preview;
+    };
+    const Row expected[] = {
+        {"1", "Crowd.MOV", "crowd", "01_show_crowd.mov"}, // the preview's extension is lower case
+        {"2", "Intro Loop.mov", "intro_loop", "02_show_intro_loop.mov"},
+        {"3", "Logo.png", "logo", "03_show_logo.png"},
+    };
+    ASSERT_EQ(studio->model()->rowCount(), 3);
+    for (int row = 0; row < 3; ++row) {
+        SCOPED_TRACE(row);
+        EXPECT_EQ(cell(studio, row, RenameDraftModel::CueColumn), expected[row].cue);
+        EXPECT_EQ(cell(studio, row, RenameDraftModel::OriginalColumn), expected[row].original);
+        EXPECT_EQ(cell(studio, row, RenameDraftModel::StemColumn), expected[row].stem);
+        EXPECT_EQ(cell(studio, row, RenameDraftModel::PreviewColumn), expected[row].preview);
+    }
+    // Only the stem takes typing.
+    EXPECT_FALSE(studio->model()
+                     ->flags(studio->model()->index(0, RenameDraftModel::OriginalColumn))
+                     .testFlag(Qt::ItemIsEditable));
+    EXPECT_TRUE(studio->model()
+                    ->flags(studio->model()->index(0, RenameDraftModel::StemColumn))
+                    .testFlag(Qt::ItemIsEditable));
+}
+
+TEST_F(RenameStudioSheet, TypingAStemShowsTheCleanedTextAndPreviewAtOnce)
+{
+    addThree();
+    vm().setShowPrefix(QStringLiteral("show"));
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 1);
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->text(), "intro_loop");
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("My "));
+    // The separator stays in the field while typing; the stem and preview never end in one.
+    EXPECT_EQ(field->text(), "my_");
+    EXPECT_EQ(studio->studio().drafts()[1].stem, "my");
+    EXPECT_EQ(cell(studio, 1, RenameDraftModel::PreviewColumn), "02_show_my.mov");
+    QTest::keyClicks(field, QStringLiteral("Intro!"));
+    EXPECT_EQ(field->text(), "my_intro");
+    EXPECT_EQ(cell(studio, 1, RenameDraftModel::StemColumn), "my_intro");
+    EXPECT_EQ(cell(studio, 1, RenameDraftModel::PreviewColumn), "02_show_my_intro.mov");
+    // The other rows are untouched, and nothing has reached the pack.
+    EXPECT_EQ(previews(studio),
+              (QStringList{"01_show_crowd.mov", "02_show_my_intro.mov", "03_show_logo.png"}));
+    EXPECT_EQ(vm().clips()[1].arenaName, "02_intro_loop");
+}
+
+TEST_F(RenameStudioSheet, ClearingAStemPreviewsClip)
+{
+    addThree();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 0);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Backspace);
+    EXPECT_EQ(field->text(), "");
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::StemColumn), "");
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "01_clip.mov");
+    // With a prefix the number and prefix stay in front of "clip".
+    QTest::keyClicks(studio->prefixField(), QStringLiteral("Gig"));
+    field = editStem(studio, 2);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    EXPECT_EQ(cell(studio, 2, RenameDraftModel::PreviewColumn), "03_gig_clip.png");
+}
+
+TEST_F(RenameStudioSheet, PrefixSwitchAndRebuildRenameEveryRowAndDropHandEdits)
+{
+    addThree();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 1);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("encore"));
+    EXPECT_EQ(cell(studio, 1, RenameDraftModel::PreviewColumn), "02_encore.mov");
+
+    QTest::keyClicks(studio->prefixField(), QStringLiteral("Gig"));
+    EXPECT_EQ(studio->studio().localPrefix(), "Gig");
+    EXPECT_EQ(previews(studio),
+              (QStringList{"01_gig_crowd.mov", "02_gig_intro_loop.mov", "03_gig_logo.png"}));
+
+    QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
+    EXPECT_FALSE(studio->studio().localZeroPad());
+    EXPECT_EQ(previews(studio),
+              (QStringList{"1_gig_crowd.mov", "2_gig_intro_loop.mov", "3_gig_logo.png"}));
+
+    field = editStem(studio, 0);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("opener"));
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "1_gig_opener.mov");
+    QTest::mouseClick(studio->resetButton(), Qt::LeftButton);
+    EXPECT_EQ(previews(studio),
+              (QStringList{"1_gig_crowd.mov", "2_gig_intro_loop.mov", "3_gig_logo.png"}));
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::StemColumn), "crowd");
+    if (QLineEdit *still = studio->rows()->openEditor()) {
+        EXPECT_EQ(still->text(), "crowd");
+    }
+}
+
+TEST_F(RenameStudioSheet, CloseDiscardsEveryEdit)
+{
+    addThree();
+    vm().setShowPrefix(QStringLiteral("live"));
+    const QStringList before = arenaNames();
+    const QString statusBefore = vm().statusText();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 0);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("changed"));
+    studio->prefixField()->setText(QStringLiteral("other"));
+    QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
+    QTest::mouseClick(studio->closeButton(), Qt::LeftButton);
+    ASSERT_TRUE(closed());
+    EXPECT_FALSE(vm().showRenameStudio());
+    EXPECT_EQ(arenaNames(), before);
+    EXPECT_EQ(vm().showPrefix(), "live");
+    EXPECT_TRUE(vm().zeroPad());
+    EXPECT_EQ(vm().statusText(), statusBefore);
+
+    // Opening again starts from the pack, not from the discarded edits.
+    studio = open();
+    ASSERT_TRUE(studio);
+    EXPECT_EQ(studio->prefixField()->text(), "live");
+    EXPECT_TRUE(studio->zeroPadSwitch()->isChecked());
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::StemColumn), "crowd");
+}
+
+TEST_F(RenameStudioSheet, EscapeAndTheCloseSymbolDiscardToo)
+{
+    addThree();
+    const QStringList before = arenaNames();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    studio->prefixField()->setText(QStringLiteral("other"));
+    QTest::keyClick(window().renameSheet(), Qt::Key_Escape);
+    ASSERT_TRUE(closed());
+    EXPECT_FALSE(vm().showRenameStudio());
+    EXPECT_EQ(vm().showPrefix(), "");
+
+    studio = open();
+    ASSERT_TRUE(studio);
+    studio->prefixField()->setText(QStringLiteral("other"));
+    auto *symbol = studio->findChild<RoundIconButton *>();
+    ASSERT_TRUE(symbol);
+    QTest::mouseClick(symbol, Qt::LeftButton);
+    ASSERT_TRUE(closed());
+    EXPECT_EQ(vm().showPrefix(), "");
+    EXPECT_EQ(arenaNames(), before);
+}
+
+TEST_F(RenameStudioSheet, ApplyWritesNamesPrefixAndSwitchThenCloses)
+{
+    addThree();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QTest::keyClicks(studio->prefixField(), QStringLiteral("Gig"));
+    QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
+    QLineEdit *field = editStem(studio, 1);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("Big Encore"));
+    QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
+    ASSERT_TRUE(closed());
+    EXPECT_FALSE(vm().showRenameStudio());
+    EXPECT_EQ(vm().showPrefix(), "Gig");
+    EXPECT_FALSE(vm().zeroPad());
+    EXPECT_EQ(arenaNames(), (QStringList{"1_gig_crowd", "2_gig_big_encore", "3_gig_logo"}));
+    EXPECT_EQ(originalNames(), (QStringList{"Crowd.MOV", "Intro Loop.mov", "Logo.png"}));
+    EXPECT_EQ(vm().statusText(), "Names updated");
+}
+
+TEST_F(RenameStudioSheet, ApplySkipsAClipRemovedWhileTheSheetWasOpen)
+{
+    addThree();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 2);
+    ASSERT_TRUE(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("brand"));
+    vm().remove(vm().clips()[1].id); // the session renames what is left: 01_crowd, 02_logo
+    ASSERT_EQ(arenaNames(), (QStringList{"01_crowd", "02_logo"}));
+    QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
+    ASSERT_TRUE(closed());
+    EXPECT_EQ(arenaNames(), (QStringList{"01_crowd", "03_brand"}));
+    EXPECT_EQ(vm().clips()[1].cueIndex, 3);
+    EXPECT_EQ(vm().statusText(), "Names updated");
+}
+
+TEST_F(RenameStudioSheet, TabAndArrowsGoFromStemToStem)
+{
+    addThree();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QLineEdit *field = editStem(studio, 0);
+    ASSERT_TRUE(field);
+    QTest::keyClick(field, Qt::Key_Tab);
+    RenameRowsView *rows = studio->rows();
+    ASSERT_TRUE(
+        waitUntil([rows] { return rows->openEditor() && rows->currentIndex().row() == 1; }));
+    EXPECT_EQ(rows->currentIndex().column(), RenameDraftModel::StemColumn);
+    EXPECT_EQ(rows->openEditor()->text(), "intro_loop");
+    QTest::keyClick(rows->openEditor(), Qt::Key_Down);
+    ASSERT_TRUE(
+        waitUntil([rows] { return rows->openEditor() && rows->currentIndex().row() == 2; }));
+    EXPECT_EQ(rows->openEditor()->text(), "logo");
+    // Typing in the field reached by keyboard edits that row.
+    rows->openEditor()->selectAll();
+    QTest::keyClicks(rows->openEditor(), QStringLiteral("mark"));
+    EXPECT_EQ(cell(studio, 2, RenameDraftModel::PreviewColumn), "03_mark.png");
+}
+
+TEST_F(RenameStudioSheet, AnEmptyPackOpensWithNoRowsAndApplyStillSetsPrefixAndStatus)
+{
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    EXPECT_EQ(studio->model()->rowCount(), 0);
+    EXPECT_EQ(studio->countLabel()->text(), "0 clips");
+    studio->prefixField()->setText(QStringLiteral("club"));
+    QTest::mouseClick(studio->resetButton(), Qt::LeftButton);
+    QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
+    ASSERT_TRUE(closed());
+    EXPECT_TRUE(vm().clips().isEmpty());
+    EXPECT_EQ(vm().showPrefix(), "club");
+    EXPECT_EQ(vm().statusText(), "Names updated");
+}
+
+TEST(RenameRowTyping, FieldKeepsAPendingSeparatorOnlyAfterAWordBreak)
+{
+    struct Row {
+        const char *name;
+        QString typed;
+        QString expected;
+    };
+    const QString long48 = QString(48, u'a');
+    const Row rows[] = {
+        {"space", "My ", "my_"},
+        {"hyphen", "my-", "my_"},
+        {"underscore", "my_", "my_"},
+        {"dot", "take.", "take_"},
+        {"punctuation is not a break", "My Intro!", "my_intro"},
+        {"plain", "Intro", "intro"},
+        {"only a separator", " ", ""},
+        {"empty", "", ""},
+        {"no room left at the length limit", long48 + u' ', long48},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(RenameRowDelegate::shownWhileTyping(row.typed, ArenaNamer::sanitize(row.typed)),
+                  row.expected);
+    }
+}
+
+// A big pack must open at once: rows are painted, not built as widgets.
+TEST_F(RenameStudioSheet, TwoThousandClipsOpenQuicklyWithoutAWidgetPerRow)
+{
+    QList<MediaClip> clips;
+    for (int i = 0; i < 2000; ++i) {
+        MediaClip clip =
+            MediaClip::forFile(path(QStringLiteral("Big Show Clip %1.mov").arg(i + 1)));
+        clip.cueIndex = i + 1;
+        clips.append(clip);
+    }
+    window();
+    vm().setClips(clips);
+    QElapsedTimer timer;
+    timer.start();
+    RenameStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    QApplication::processEvents();
+    const qint64 openMs = timer.elapsed();
+    std::cout << "rename studio with 2000 clips opened in " << openMs << " ms\n";
+    EXPECT_LT(openMs, 2000);
+    EXPECT_EQ(studio->model()->rowCount(), 2000);
+    EXPECT_EQ(studio->countLabel()->text(), "2000 clips");
+    EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_big_show_clip_2000.mov");
+    EXPECT_LE(studio->rows()->viewport()->findChildren<QWidget *>().size(), 1);
+
+    // A prefix keystroke renames all 2000 rows; it must keep up with typing.
+    timer.restart();
+    QTest::keyClick(studio->prefixField(), Qt::Key_X);
+    QApplication::processEvents();
+    const qint64 keyMs = timer.elapsed();
+    std::cout << "one prefix keystroke over 2000 rows took " << keyMs << " ms\n";
+    EXPECT_LT(keyMs, 500);
+    EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_x_big_show_clip_2000.mov");
+}
+
+class ConvertStudioSheet : public WindowTest
+{
+protected:
+    ConvertStudioView *open()
+    {
+        window();
+        vm().setShowConvertStudio(true);
+        EXPECT_TRUE(waitUntil([this] { return window().convertSheet() != nullptr; }));
+        QDialog *sheet = window().convertSheet();
+        if (!sheet)
+            return nullptr;
+        EXPECT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
+        return sheet->findChild<ConvertStudioView *>();
+    }
+
+    // The studio on its own, with Resolume Alley looked for under `home`.
+    std::unique_ptr<ConvertStudioView> standalone(const QString &home)
+    {
+        auto view = std::make_unique<ConvertStudioView>(
+            context(), m_desktop, [] {}, home);
+        view->resize(ConvertStudioView::kSheetSize);
+        view->show();
+        QApplication::processEvents();
+        return view;
+    }
+
+    // Three clips and an output folder the scripted chooser will answer with.
+    void prepareConversion(std::chrono::milliseconds perClip)
+    {
+        addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("c.mov")});
+        m_conversion->setDelay(perClip);
+        QDir().mkpath(path(QStringLiteral("out")));
+        m_panels.folders.push_back(path(QStringLiteral("out")));
+        m_preferences.setAutoBackupBeforeConvert(false);
+    }
+};
+
+TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
+{
+    vm().setConvertFormat(ArenaConvertFormat::h264);
+    vm().setStripAudioOnConvert(false);
+    vm().setConvertOnlyProblems(true);
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    EXPECT_EQ(window().convertSheet()->size(), ConvertStudioView::kSheetSize);
+    EXPECT_EQ(window().convertSheet()->windowTitle(), "Convert for Arena");
+    const QStringList texts = labelTexts(studio);
+    for (const char *text :
+         {"Convert for Arena",
+          "Make Resolume-friendly files: ProRes or H.264, optional no-audio. DXV3 is best via "
+          "Resolume Alley.",
+          "Target format",
+          "ProRes is great for Arena quality. H.264 is smaller. For max performance, finish as "
+          "DXV3 in Alley.",
+          "Remove audio track", "Arena usually does not need embedded audio in video clips.",
+          "Force even pixel sizes (images)",
+          "Odd widths/heights can cause artifacts on LED and in Arena.",
+          "Convert only warn / fail clips", "Skip green clips and fix only the risky ones.",
+          "Backup before convert", "Copy originals next to the convert folder first.",
+          "DXV3 (best for Arena)"}) {
+        EXPECT_TRUE(texts.contains(QString::fromUtf8(text))) << text;
+    }
+    EXPECT_TRUE(texts.contains(QString::fromUtf8(
+        "DXV3 is Resolume’s GPU codec. Cuebox prepares ProRes/H.264; open the result in Resolume "
+        "Alley to make DXV3.")));
+    ASSERT_EQ(studio->formatChips().size(), 3);
+    EXPECT_EQ(studio->formatChips()[0]->text(), "Apple ProRes 422 (.mov)");
+    EXPECT_EQ(studio->formatChips()[1]->text(), "Apple ProRes 422 LT (.mov)");
+    EXPECT_EQ(studio->formatChips()[2]->text(), "H.264 (.mov)");
+    EXPECT_FALSE(studio->formatChips()[0]->isSelected());
+    EXPECT_FALSE(studio->formatChips()[1]->isSelected());
+    EXPECT_TRUE(studio->formatChips()[2]->isSelected());
+    EXPECT_FALSE(studio->stripAudioRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->evenDimensionsRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->onlyProblemsRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->autoBackupRow()->toggle()->isChecked());
+    EXPECT_EQ(studio->closeButton()->text(), "Close");
+    EXPECT_EQ(studio->convertButton()->text(), QString::fromUtf8("Convert pack…"));
+    // Nothing runs: no progress, no Cancel.
+    EXPECT_FALSE(studio->progressBar()->isVisible());
+    EXPECT_FALSE(studio->cancelButton()->isVisible());
+    EXPECT_FALSE(studio->progressText()->isVisible());
+
+    QTest::mouseClick(studio->closeButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return window().convertSheet() == nullptr; }));
+    EXPECT_FALSE(vm().showConvertStudio());
+}
+
+TEST_F(ConvertStudioSheet, FormatChipsSetTheSessionsFormatAndFollowIt)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    const auto selected = [studio] {
+        QList<bool> out;
+        for (const FormatChip *chip : studio->formatChips())
+            out.append(chip->isSelected());
+        return out;
+    };
+    EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::proRes422);
+    EXPECT_EQ(selected(), (QList<bool>{true, false, false}));
+    QTest::mouseClick(studio->formatChips()[1], Qt::LeftButton);
+    EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::proRes422LT);
+    EXPECT_EQ(selected(), (QList<bool>{false, true, false}));
+    QTest::mouseClick(studio->formatChips()[2], Qt::LeftButton);
+    EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::h264);
+    EXPECT_EQ(selected(), (QList<bool>{false, false, true}));
+    // A change from elsewhere (a project file) shows at once.
+    vm().setConvertFormat(ArenaConvertFormat::proRes422);
+    EXPECT_EQ(selected(), (QList<bool>{true, false, false}));
+}
+
+TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    struct Row {
+        const char *name;
+        BentoToggleRow *row;
+        std::function<bool()> field;
+        std::function<void(bool)> setField;
+    };
+    const Row rows[] = {
+        {"strip audio", studio->stripAudioRow(), [this] { return vm().stripAudioOnConvert(); },
+         [this](bool on) { vm().setStripAudioOnConvert(on); }},
+        {"even sizes", studio->evenDimensionsRow(), [this] { return vm().forceEvenDimensions(); },
+         [this](bool on) { vm().setForceEvenDimensions(on); }},
+        {"only problems", studio->onlyProblemsRow(), [this] { return vm().convertOnlyProblems(); },
+         [this](bool on) { vm().setConvertOnlyProblems(on); }},
+        {"backup", studio->autoBackupRow(),
+         [this] { return m_preferences.autoBackupBeforeConvert(); },
+         [this](bool on) { m_preferences.setAutoBackupBeforeConvert(on); }},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.name);
+        const bool before = row.field();
+        EXPECT_EQ(row.row->toggle()->isChecked(), before);
+        QTest::mouseClick(row.row->toggle(), Qt::LeftButton);
+        EXPECT_EQ(row.field(), !before);
+        EXPECT_EQ(row.row->toggle()->isChecked(), !before);
+        QTest::mouseClick(row.row->toggle(), Qt::LeftButton);
+        EXPECT_EQ(row.field(), before);
+        row.setField(!before); // from elsewhere: the menu, a project file, the settings
+        EXPECT_EQ(row.row->toggle()->isChecked(), !before);
+    }
+    // The backup switch is a preference: it is in the store for the next start.
+    EXPECT_EQ(AppPreferences(m_settings).autoBackupBeforeConvert(),
+              m_preferences.autoBackupBeforeConvert());
+}
+
+TEST_F(ConvertStudioSheet, ConvertIsOffForAnEmptyPackAndDuringAConversion)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    EXPECT_FALSE(studio->convertButton()->isEnabled());
+    prepareConversion(std::chrono::milliseconds(300));
+    EXPECT_TRUE(studio->convertButton()->isEnabled());
+    QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
+    EXPECT_FALSE(studio->convertButton()->isEnabled());
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
+    EXPECT_TRUE(studio->convertButton()->isEnabled());
+}
+
+TEST_F(ConvertStudioSheet, ConvertUsesTheOnlyProblemsSwitchAndShowsProgress)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    prepareConversion(std::chrono::milliseconds(400));
+    QTest::mouseClick(studio->formatChips()[2], Qt::LeftButton);
+    QTest::mouseClick(studio->stripAudioRow()->toggle(), Qt::LeftButton);
+    QStringList shown;
+    QObject::connect(&vm(), &PackViewModel::statusChanged, studio, [studio, &shown] {
+        if (studio->progressBar()->isVisible())
+            shown.append(studio->progressText()->text());
+    });
+    QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
+    EXPECT_TRUE(studio->progressBar()->isVisible());
+    EXPECT_TRUE(studio->progressText()->isVisible());
+    EXPECT_TRUE(studio->cancelButton()->isVisible());
+    EXPECT_EQ(studio->cancelButton()->text(), "Cancel");
+    EXPECT_EQ(studio->progressText()->text(), "Converting 1/3: 01_a");
+    // The converter reports half of the first clip: a sixth of the batch.
+    ASSERT_TRUE(waitUntil([studio] { return studio->progressBar()->value() > 0; }));
+    EXPECT_NEAR(studio->progressBar()->fraction(), 1.0 / 6.0, 0.002);
+    EXPECT_NEAR(studio->progressBar()->fraction(), vm().convertProgress(), 0.001);
+    ASSERT_TRUE(waitUntil([studio] { return studio->progressText()->text().contains("2/3"); }));
+    EXPECT_GE(studio->progressBar()->fraction(), 1.0 / 3.0 - 0.001);
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
+    EXPECT_EQ(shown, (QStringList{"Converting 1/3: 01_a", "Converting 2/3: 02_b",
+                                  "Converting 3/3: 03_c"}));
+    // The bar and Cancel leave; the outcome stays readable here.
+    EXPECT_FALSE(studio->progressBar()->isVisible());
+    EXPECT_FALSE(studio->cancelButton()->isVisible());
+    EXPECT_TRUE(studio->progressText()->isVisible());
+    EXPECT_EQ(studio->progressText()->text(), "Converted 3 files");
+    EXPECT_EQ(m_conversion->calls(), 3);
+    // The studio's choices reached the converter.
+    for (const ConvertOptions &options : m_conversion->options()) {
+        EXPECT_EQ(options.format, ArenaConvertFormat::h264);
+        EXPECT_FALSE(options.dropAudio);
+    }
+}
+
+TEST_F(ConvertStudioSheet, OnlyProblemsSwitchDecidesWhatTheButtonConverts)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    prepareConversion(std::chrono::milliseconds(0));
+    ASSERT_EQ(vm().problemClipsCount(), 0);
+    QTest::mouseClick(studio->onlyProblemsRow()->toggle(), Qt::LeftButton);
+    ASSERT_TRUE(vm().convertOnlyProblems());
+    QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return !vm().statusText().isEmpty(); }));
+    EXPECT_EQ(vm().statusText(), vm().status().text(L10n()));
+    EXPECT_EQ(m_conversion->calls(), 0);
+    EXPECT_EQ(m_panels.folders.size(), 1u); // no folder was asked for
+}
+
+TEST_F(ConvertStudioSheet, CancelStopsTheRunAndNoSecondClipStarts)
+{
+    ConvertStudioView *studio = open();
+    ASSERT_TRUE(studio);
+    prepareConversion(std::chrono::milliseconds(3000));
+    QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
+    ASSERT_TRUE(waitUntil([this] { return m_conversion->calls() == 1; }));
+    QElapsedTimer timer;
+    timer.start();
+    QTest::mouseClick(studio->cancelButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }, 2000));
+    EXPECT_LT(timer.elapsed(), 1500); // at once, not after the clip's three seconds
+    EXPECT_EQ(vm().statusText(), "Cancelled");
+    EXPECT_EQ(studio->progressText()->text(), "Cancelled");
+    EXPECT_TRUE(studio->progressText()->isVisible());
+    EXPECT_FALSE(studio->cancelButton()->isVisible());
+    EXPECT_FALSE(studio->progressBar()->isVisible());
+    EXPECT_TRUE(studio->convertButton()->isEnabled());
+    // Nothing carries on in the background.
+    QTest::qWait(400);
+    EXPECT_EQ(m_conversion->calls(), 1);
+    EXPECT_FALSE(vm().isConverting());
+    EXPECT_TRUE(m_desktop.revealed.isEmpty());
+    EXPECT_EQ(vm().clips()[0].originalName, "a.mov"); // the pack still points at the sources
+}
+
+TEST_F(ConvertStudioSheet, WithoutAlleyTheCardOffersTheDownloadPage)
+{
+    QTemporaryDir home;
+    auto studio = standalone(home.path());
+    ASSERT_FALSE(Alley::isResolumeAlleyInstalled(home.path()));
+    EXPECT_EQ(studio->alleyButton()->text(), QString::fromUtf8("Get Resolume Alley…"));
+    QTest::mouseClick(studio->alleyButton(), Qt::LeftButton);
+    EXPECT_EQ(m_desktop.urls, QList<QUrl>{Alley::downloadPage()});
+    EXPECT_TRUE(m_desktop.opened.isEmpty());
+}
+
+TEST_F(ConvertStudioSheet, WithAlleyTheCardOpensEveryClipInIt)
+{
+    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    QTemporaryDir home;
+    const QString app = home.filePath(".wine/drive_c/Program Files/Resolume Alley/Alley.exe");
+    QDir().mkpath(QFileInfo(app).path());
+    QFile(app).open(QIODevice::WriteOnly);
+    // The session looks for Alley under the user's home folder, as the studio does.
+    const QByteArray realHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
+    const auto restore = qScopeGuard([&realHome] { qputenv("HOME", realHome); });
+    ASSERT_TRUE(Alley::isResolumeAlleyInstalled(QDir::homePath()));
+    auto studio = standalone(QDir::homePath());
+    EXPECT_EQ(studio->alleyButton()->text(), "Open clips in Resolume Alley");
+    QTest::mouseClick(studio->alleyButton(), Qt::LeftButton);
+    EXPECT_TRUE(m_desktop.urls.isEmpty());
+    ASSERT_EQ(m_desktop.opened.size(), 1);
+    EXPECT_EQ(m_desktop.opened[0].first,
+              (QStringList{vm().clips()[0].sourcePath(), vm().clips()[1].sourcePath()}));
+    EXPECT_EQ(m_desktop.opened[0].second, app);
+}
+
+// Pictures of both studios for a person to look at (build/screenshots).
+class StudioScreenshots : public WindowTest
+{
+protected:
+    void save(QWidget *sheet, const QString &name)
+    {
+        QApplication::processEvents();
+        const QImage shot = sheet->grab().toImage();
+        const QString dir = QStringLiteral(CUEBOX_SCREENSHOT_DIR);
+        QDir().mkpath(dir);
+        const QString file = dir + u'/' + name + QStringLiteral(".png");
+        EXPECT_TRUE(shot.save(file));
+        QSet<QRgb> colours;
+        for (int y = 0; y < shot.height(); y += 5)
+            for (int x = 0; x < shot.width(); x += 5)
+                colours.insert(shot.pixel(x, y));
+        EXPECT_GT(colours.size(), 30) << file.toStdString();
+    }
+
+    void addShowPack()
+    {
+        addClips({QStringLiteral("Intro Loop.mov"), QStringLiteral("Crowd Wide Shot.MOV"),
+                  QStringLiteral("Drop - Lasers v2.mp4"), QStringLiteral("Sponsor Logo.png"),
+                  QStringLiteral("Encore Fireworks Slowmo 4K Master Final.mov"),
+                  QStringLiteral("outro.mov")});
+        vm().setShowPrefix(QStringLiteral("Concert"));
+        vm().renameAll();
+    }
+
+    void renameStudioShot(const QString &name)
+    {
+        addShowPack();
+        window();
+        vm().setShowRenameStudio(true);
+        ASSERT_TRUE(waitUntil([this] { return window().renameSheet() != nullptr; }));
+        QDialog *sheet = window().renameSheet();
+        ASSERT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
+        auto *studio = sheet->findChild<RenameStudioView *>();
+        ASSERT_TRUE(studio);
+        RenameRowsView *rows = studio->rows();
+        QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->stemFieldRect(2).center());
+        ASSERT_TRUE(waitUntil([rows] { return rows->openEditor() != nullptr; }));
+        rows->openEditor()->selectAll();
+        QTest::keyClicks(rows->openEditor(), QStringLiteral("Laser Drop"));
+        save(sheet, name);
+    }
+
+    void convertStudioShot(const QString &name)
+    {
+        addShowPack();
+        window();
+        m_conversion->setDelay(std::chrono::milliseconds(2500));
+        QDir().mkpath(path(QStringLiteral("out")));
+        m_panels.folders.push_back(path(QStringLiteral("out")));
+        m_preferences.setAutoBackupBeforeConvert(false);
+        vm().setShowConvertStudio(true);
+        ASSERT_TRUE(waitUntil([this] { return window().convertSheet() != nullptr; }));
+        QDialog *sheet = window().convertSheet();
+        ASSERT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
+        auto *studio = sheet->findChild<ConvertStudioView *>();
+        ASSERT_TRUE(studio);
+        QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
+        ASSERT_TRUE(waitUntil([studio] { return studio->progressBar()->value() > 0; }));
+        save(sheet, name);
+        // The lower cards, DXV3 hand-off included, as they scroll into view.
+        auto *scroll = studio->findChild<QScrollArea *>();
+        ASSERT_TRUE(scroll);
+        scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
+        save(sheet, name + QStringLiteral("_lower"));
+        vm().cancelConversion();
+        ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
+    }
+};
+
+TEST_F(StudioScreenshots, RenameStudio)
+{
+    renameStudioShot(QStringLiteral("rename_studio"));
+}
+
+TEST_F(StudioScreenshots, ConvertStudio)
+{
+    convertStudioShot(QStringLiteral("convert_studio"));
+}
+
+TEST_F(StudioScreenshots, RenameStudioJapanese)
+{
+    m_localization.setLanguage(AppLanguage::japanese);
+    renameStudioShot(QStringLiteral("rename_studio_ja"));
+}
+
+TEST_F(StudioScreenshots, ConvertStudioJapanese)
+{
+    m_localization.setLanguage(AppLanguage::japanese);
+    convertStudioShot(QStringLiteral("convert_studio_ja"));
+}
