@@ -69,10 +69,8 @@ void CueboxApp::start(const QStringList &paths)
 void CueboxApp::showSettings()
 {
     if (!m_settingsWindow) {
-        m_settingsWindow = new SettingsWindow(*m_context);
+        m_settingsWindow = new SettingsWindow(*m_context, *m_desktop);
         m_settingsWindow->setAttribute(Qt::WA_DeleteOnClose);
-        connect(&m_context->localization, &LocalizationManager::languageChanged, m_settingsWindow,
-                &SettingsWindow::rebuild);
     }
     m_settingsWindow->show();
     m_settingsWindow->raise();

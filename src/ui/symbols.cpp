@@ -45,7 +45,12 @@ const QHash<QString, QString> &table()
                                  // the studios' own pictures (src/ui/studios/icons)
                                  "bolt.horizontal.circle.fill",
                                  "arrow.up.forward.app",
-                                 "arrow.triangle.2.circlepath"}) {
+                                 "arrow.triangle.2.circlepath",
+                                 // the settings window's (src/ui/settings/icons)
+                                 "globe",
+                                 "textformat",
+                                 "exclamationmark.triangle",
+                                 "laptopcomputer"}) {
             const QString n = QString::fromLatin1(name);
             t.insert(n, QStringLiteral(":/icons/%1.svg").arg(n));
         }

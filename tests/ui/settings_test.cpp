@@ -1,0 +1,496 @@
+// The settings window over the session fixture: the rail, the language chips relabelling both
+// windows, the bound switches and chips, and the recent export folders.
+#include "uifixture.h"
+
+#include "ui/ambientbackground.h"
+#include "ui/contentview.h"
+#include "ui/detailarea.h"
+#include "ui/dropzoneview.h"
+#include "ui/kitbuttons.h"
+#include "ui/kitwidgets.h"
+#include "ui/settings/settingscards.h"
+#include "ui/settings/settingsview.h"
+#include "ui/settingswindow.h"
+#include "ui/sidebar/selectchip.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QTest>
+
+using Command = AppCommands::Command;
+
+class SettingsTest : public WindowTest
+{
+protected:
+    SettingsWindow &settings()
+    {
+        if (!m_settingsWindow) {
+            m_settingsWindow = std::make_unique<SettingsWindow>(context(), m_desktop);
+            m_settingsWindow->show();
+            QApplication::processEvents();
+        }
+        return *m_settingsWindow;
+    }
+
+    SettingsView &view() { return *settings().view(); }
+
+    template<typename Card>
+    Card &card(SettingsSection section)
+    {
+        auto *c = qobject_cast<Card *>(view().card(section));
+        EXPECT_NE(c, nullptr);
+        return *c;
+    }
+
+    // Pages replaced by a language switch go away once their click has returned.
+    static void settle()
+    {
+        QApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static void click(QAbstractButton *button)
+    {
+        ASSERT_NE(button, nullptr);
+        QTest::mouseClick(button, Qt::LeftButton);
+        settle();
+    }
+
+    QStringList railTexts()
+    {
+        QStringList texts;
+        for (SettingsSection s : kAllSettingsSections)
+            texts.append(view().railButton(s)->text());
+        return texts;
+    }
+
+    // The texts a switch row shows, title first.
+    static QStringList rowTexts(const BentoToggleRow *row)
+    {
+        QStringList texts;
+        for (const QLabel *label : row->findChildren<QLabel *>())
+            texts.append(label->text());
+        return texts;
+    }
+
+    QStringList menuTitles()
+    {
+        QStringList titles;
+        for (QAction *menu : window().menuBar()->actions())
+            titles.append(menu->text());
+        return titles;
+    }
+
+    void TearDown() override
+    {
+        m_settingsWindow.reset();
+        WindowTest::TearDown();
+    }
+
+    std::unique_ptr<SettingsWindow> m_settingsWindow;
+};
+
+TEST_F(SettingsTest, OpensAt620By500OnTheLanguagePage)
+{
+    EXPECT_EQ(settings().size(), QSize(620, 500));
+    EXPECT_EQ(settings().minimumSize(), QSize(620, 500));
+    EXPECT_EQ(settings().maximumSize(), QSize(620, 500));
+    EXPECT_EQ(settings().windowTitle(), "Settings");
+    EXPECT_EQ(view().findChild<QLabel *>("settings.title")->text(), "Settings");
+    EXPECT_EQ(view().section(), SettingsSection::language);
+    EXPECT_EQ(railTexts(), QStringList({"Language", "Naming", "Risk rules", "Workspace"}));
+    for (SettingsSection s : kAllSettingsSections) {
+        SCOPED_TRACE(rawValue(s).toStdString());
+        EXPECT_EQ(view().railButton(s)->width(), 168);
+        EXPECT_EQ(view().railButton(s)->isSelected(), s == SettingsSection::language);
+        EXPECT_EQ(view().card(s)->isVisible(), s == SettingsSection::language);
+    }
+    // The rail stands 22 apart from the column of title and card.
+    const QWidget *rail = view().railButton(SettingsSection::language);
+    const QWidget *title = view().findChild<QLabel *>("settings.title");
+    EXPECT_EQ(title->mapTo(&view(), QPoint(0, 0)).x() -
+                  (rail->mapTo(&view(), QPoint(0, 0)).x() + rail->width()),
+              22);
+    // The credit line sits under the whole row.
+    const QWidget *credit = view().findChild<QWidget *>("settings.credit");
+    ASSERT_NE(credit, nullptr);
+    EXPECT_TRUE(credit->isVisible());
+    EXPECT_GT(credit->mapTo(&view(), QPoint(0, 0)).y(),
+              view().currentCard()->mapTo(&view(), QPoint(0, 0)).y());
+    EXPECT_TRUE(settings().background()->isAnimating());
+}
+
+TEST_F(SettingsTest, RailSelectsEachSection)
+{
+    for (SettingsSection chosen : {SettingsSection::workspace, SettingsSection::naming,
+                                   SettingsSection::risks, SettingsSection::language}) {
+        SCOPED_TRACE(rawValue(chosen).toStdString());
+        click(view().railButton(chosen));
+        EXPECT_EQ(view().section(), chosen);
+        EXPECT_EQ(view().currentCard()->section(), chosen);
+        for (SettingsSection s : kAllSettingsSections) {
+            EXPECT_EQ(view().railButton(s)->isSelected(), s == chosen);
+            EXPECT_EQ(view().card(s)->isVisible(), s == chosen);
+        }
+    }
+}
+
+TEST_F(SettingsTest, EveryOpeningStartsOnTheLanguagePage)
+{
+    click(view().railButton(SettingsSection::risks));
+    ASSERT_EQ(view().section(), SettingsSection::risks);
+    settings().close();
+    settings().show();
+    QApplication::processEvents();
+    EXPECT_EQ(view().section(), SettingsSection::language);
+    EXPECT_TRUE(view().card(SettingsSection::language)->isVisible());
+    EXPECT_FALSE(view().card(SettingsSection::risks)->isVisible());
+}
+
+TEST_F(SettingsTest, LanguageChipsAreTheSixLanguagesInTheirOwnNames)
+{
+    auto &languages = card<LanguageSettingsCard>(SettingsSection::language);
+    QStringList names;
+    for (AppLanguage language : kAllLanguages)
+        names.append(languages.chip(language)->text());
+    EXPECT_EQ(names, QStringList({"English", "Русский", "中文", "日本語", "Deutsch", "Español"}));
+    EXPECT_EQ(languages.findChild<QLabel *>("settings.language.help")->text(),
+              "The app uses English until you pick another language.");
+    for (AppLanguage language : kAllLanguages)
+        EXPECT_EQ(languages.chip(language)->isSelected(), language == AppLanguage::english);
+}
+
+TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce)
+{
+    window();
+    const L10n german(AppLanguage::german);
+    ASSERT_TRUE(menuTitles().contains("&File"));
+    ASSERT_TRUE(menuTitles().contains("&View"));
+
+    click(card<LanguageSettingsCard>(SettingsSection::language).chip(AppLanguage::german));
+
+    EXPECT_EQ(m_localization.language(), AppLanguage::german);
+    // Main window: menus, commands and the rebuilt content.
+    EXPECT_TRUE(menuTitles().contains("&Datei")) << menuTitles().join(u',').toStdString();
+    EXPECT_TRUE(menuTitles().contains("&Ansicht"));
+    EXPECT_FALSE(menuTitles().contains("&File"));
+    EXPECT_EQ(command(Command::openFolder)->text(), "Ordner öffnen…");
+    EXPECT_EQ(command(Command::compactMode)->text(), german[u"settings.compact"]);
+    EXPECT_EQ(window().content()->detail()->dropZone()->openButton()->text(), "Öffnen…");
+    // Settings window: title, rail, the card's texts; still on the language page, with the
+    // German chip now the chosen one.
+    EXPECT_EQ(settings().windowTitle(), "Einstellungen");
+    EXPECT_EQ(view().findChild<QLabel *>("settings.title")->text(), "Einstellungen");
+    EXPECT_EQ(railTexts(), QStringList({"Sprache", "Benennung", "Risikoregeln", "Arbeitsbereich"}));
+    EXPECT_EQ(view().section(), SettingsSection::language);
+    auto &languages = card<LanguageSettingsCard>(SettingsSection::language);
+    EXPECT_EQ(languages.findChild<QLabel *>("settings.language.help")->text(),
+              "Die App nutzt Englisch, bis Sie eine andere Sprache wählen.");
+    EXPECT_TRUE(languages.chip(AppLanguage::german)->isSelected());
+    EXPECT_FALSE(languages.chip(AppLanguage::english)->isSelected());
+    // Only the new page is left in the window.
+    EXPECT_EQ(settings().findChildren<SettingsView *>().size(), 1);
+
+    // Stored at once: a manager reading the same store starts in German.
+    EXPECT_EQ(m_settings.value("app.language").toString(), "de");
+    LocalizationManager reloaded(m_settings);
+    EXPECT_EQ(reloaded.language(), AppLanguage::german);
+}
+
+TEST_F(SettingsTest, LanguageChangedElsewhereRebuildsThePageOnTheSameSection)
+{
+    click(view().railButton(SettingsSection::workspace));
+    m_localization.setLanguage(AppLanguage::japanese);
+    settle();
+    EXPECT_EQ(view().section(), SettingsSection::workspace);
+    EXPECT_TRUE(view().card(SettingsSection::workspace)->isVisible());
+    EXPECT_EQ(card<WorkspaceSettingsCard>(SettingsSection::workspace)
+                  .findChild<QLabel *>("settings.exportHistory.empty")
+                  ->text(),
+              "まだフォルダはありません — 一度パックを書き出してください。");
+    EXPECT_EQ(settings().windowTitle(), "設定");
+}
+
+TEST_F(SettingsTest, NamingPageEditsThePrefixAndZeroPadding)
+{
+    click(view().railButton(SettingsSection::naming));
+    auto &naming = card<NamingSettingsCard>(SettingsSection::naming);
+    EXPECT_EQ(naming.findChild<QLabel *>("naming.tooltip")->text(),
+              "These names become the files you drop into Arena.");
+    EXPECT_EQ(naming.findChild<QLabel *>("settings.prefix")->text(), "Show prefix");
+    EXPECT_EQ(naming.prefixField()->placeholderText(), "e.g. concert");
+
+    QTest::keyClicks(naming.prefixField(), "gala");
+    EXPECT_EQ(vm().showPrefix(), "gala");
+    // A prefix set elsewhere (a template chip of the sidebar) shows in the field.
+    vm().setShowPrefix("festival");
+    EXPECT_EQ(naming.prefixField()->text(), "festival");
+
+    EXPECT_EQ(rowTexts(naming.zeroPadRow()), QStringList{"Zero-pad cue numbers (01, 02…)"});
+    ASSERT_TRUE(vm().zeroPad());
+    EXPECT_TRUE(naming.zeroPadRow()->toggle()->isChecked());
+    click(naming.zeroPadRow()->toggle());
+    EXPECT_FALSE(vm().zeroPad());
+    vm().setZeroPad(true);
+    EXPECT_TRUE(naming.zeroPadRow()->toggle()->isChecked());
+}
+
+TEST_F(SettingsTest, RiskSwitchesWriteTheSessionAndFollowIt)
+{
+    click(view().railButton(SettingsSection::risks));
+    auto &risks = card<RiskSettingsCard>(SettingsSection::risks);
+    EXPECT_EQ(rowTexts(risks.audioRow()), QStringList{"Warn on audio track in video"});
+    EXPECT_EQ(rowTexts(risks.hevcRow()), QStringList{"Warn on HEVC / H.265"});
+    ASSERT_TRUE(vm().warnOnEmbeddedAudio());
+    ASSERT_TRUE(vm().warnOnHEVC());
+    EXPECT_TRUE(risks.audioRow()->toggle()->isChecked());
+    EXPECT_TRUE(risks.hevcRow()->toggle()->isChecked());
+
+    click(risks.audioRow()->toggle());
+    EXPECT_FALSE(vm().warnOnEmbeddedAudio());
+    EXPECT_TRUE(vm().warnOnHEVC());
+    click(risks.hevcRow()->toggle());
+    EXPECT_FALSE(vm().warnOnHEVC());
+
+    vm().setWarnOnEmbeddedAudio(true); // a loaded project, say
+    EXPECT_TRUE(risks.audioRow()->toggle()->isChecked());
+    EXPECT_FALSE(risks.hevcRow()->toggle()->isChecked());
+}
+
+TEST_F(SettingsTest, WidthChipsOfferExactlyThreeWidthsAndSetThePreferredWidth)
+{
+    click(view().railButton(SettingsSection::risks));
+    auto &risks = card<RiskSettingsCard>(SettingsSection::risks);
+    EXPECT_EQ(risks.findChild<QLabel *>("settings.width")->text(), "Preferred width");
+    QStringList labels;
+    for (SelectChip *chip : risks.widthChips())
+        labels.append(chip->text());
+    EXPECT_EQ(labels, QStringList({"1920", "2560", "3840"}));
+    ASSERT_EQ(vm().preferredWidth(), 1920);
+    auto selected = [&] {
+        QList<bool> flags;
+        for (SelectChip *chip : risks.widthChips())
+            flags.append(chip->isSelected());
+        return flags;
+    };
+    EXPECT_EQ(selected(), QList<bool>({true, false, false}));
+
+    click(risks.widthChips()[2]);
+    EXPECT_EQ(vm().preferredWidth(), 3840);
+    EXPECT_EQ(selected(), QList<bool>({false, false, true}));
+    click(risks.widthChips()[1]);
+    EXPECT_EQ(vm().preferredWidth(), 2560);
+    EXPECT_EQ(selected(), QList<bool>({false, true, false}));
+
+    // A width from elsewhere that no chip offers leaves every chip unselected.
+    vm().setPreferredWidth(1080);
+    EXPECT_EQ(selected(), QList<bool>({false, false, false}));
+    vm().setPreferredWidth(1920);
+    EXPECT_EQ(selected(), QList<bool>({true, false, false}));
+}
+
+TEST_F(SettingsTest, WorkspaceSwitchesWriteThePreferencesAndFollowTheViewMenu)
+{
+    window();
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    EXPECT_EQ(workspace.findChild<QLabel *>("settings.workspace.help")->text(),
+              "Laptop mode, backups and recent export folders.");
+    EXPECT_EQ(rowTexts(workspace.compactRow()),
+              QStringList({"Compact mode", "Tighter UI for a laptop on site."}));
+    EXPECT_EQ(
+        rowTexts(workspace.autoBackupRow()),
+        QStringList({"Backup before convert", "Copy originals next to the convert folder first."}));
+    ASSERT_FALSE(m_preferences.compactMode());
+    ASSERT_TRUE(m_preferences.autoBackupBeforeConvert());
+    EXPECT_FALSE(workspace.compactRow()->toggle()->isChecked());
+    EXPECT_TRUE(workspace.autoBackupRow()->toggle()->isChecked());
+
+    click(workspace.compactRow()->toggle());
+    EXPECT_TRUE(m_preferences.compactMode());
+    EXPECT_TRUE(command(Command::compactMode)->isChecked()); // the menu's check mark follows
+    EXPECT_EQ(window().minimumSize().width(), 900);
+
+    command(Command::compactMode)->trigger(); // off again from the View menu
+    EXPECT_FALSE(m_preferences.compactMode());
+    EXPECT_FALSE(workspace.compactRow()->toggle()->isChecked());
+
+    click(workspace.autoBackupRow()->toggle());
+    EXPECT_FALSE(m_preferences.autoBackupBeforeConvert());
+
+    // Both are stored at once.
+    click(workspace.compactRow()->toggle());
+    AppPreferences reloaded(m_settings);
+    EXPECT_TRUE(reloaded.compactMode());
+    EXPECT_FALSE(reloaded.autoBackupBeforeConvert());
+}
+
+TEST_F(SettingsTest, EmptyHistoryShowsItsTextUntilAnExportListsTheFolder)
+{
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    EXPECT_EQ(workspace.findChild<QLabel *>("settings.exportHistory")->text(),
+              "Recent export folders");
+    ASSERT_NE(workspace.emptyHistoryLabel(), nullptr);
+    EXPECT_EQ(workspace.emptyHistoryLabel()->text(), "No folders yet — export a pack once.");
+    EXPECT_TRUE(workspace.folderRows().isEmpty());
+
+    window();
+    addClips({"a.mov", "b.mov"});
+    const QString out = path("out");
+    QDir().mkpath(out);
+    m_panels.folders.push_back(out);
+    command(Command::exportPack)->trigger();
+    ASSERT_TRUE(waitUntil([this] { return vm().lastExportURL().has_value(); }));
+    settle();
+
+    EXPECT_EQ(workspace.emptyHistoryLabel(), nullptr);
+    ASSERT_EQ(workspace.folderRows().size(), 1);
+    EXPECT_EQ(workspace.folderRows()[0]->folder(), out);
+    EXPECT_EQ(workspace.folderRows()[0]->toolTip(), out);
+    EXPECT_TRUE(workspace.folderRows()[0]->isVisible());
+}
+
+TEST_F(SettingsTest, HistoryRowsAreListedInStoredOrder)
+{
+    const QStringList folders{path("newest"), path("Older"), path("older"), "/gone/for/good"};
+    m_preferences.setExportFolderHistory(folders);
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    QStringList shown;
+    for (ExportFolderRow *row : workspace.folderRows())
+        shown.append(row->folder());
+    EXPECT_EQ(shown, folders); // as stored, a vanished folder included
+    EXPECT_EQ(workspace.emptyHistoryLabel(), nullptr);
+}
+
+TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolder)
+{
+    const QString first = path("first");
+    const QString second = path("second");
+    QDir().mkpath(first);
+    QDir().mkpath(second);
+    m_preferences.setExportFolderHistory({first, second});
+    addClips({"a.mov", "b.mov"});
+    vm().setShowPrefix("gala");
+    vm().renameAll();
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    ASSERT_EQ(workspace.folderRows().size(), 2);
+
+    m_panels.folders.push_back(second); // the chooser, opened at the row's folder, confirmed
+    click(workspace.folderRows()[1]);
+    ASSERT_TRUE(waitUntil([this] { return vm().lastExportURL().has_value(); }));
+
+    EXPECT_EQ(m_panels.lastStartFolder, second);
+    const QFileInfo pack(vm().lastExportURL()->toLocalFile());
+    EXPECT_EQ(pack.absolutePath(), QFileInfo(second).absoluteFilePath());
+    EXPECT_TRUE(pack.isDir());
+    const QStringList media = QDir(pack.filePath() + "/media").entryList(QDir::Files, QDir::Name);
+    EXPECT_EQ(pack.fileName(), "Cuebox_gala_2026-11-16T21-42-48Z");
+    EXPECT_EQ(media, QStringList({"01_gala_a.mov", "02_gala_b.mov"}));
+    EXPECT_TRUE(QFileInfo::exists(pack.filePath() + "/manifest.json"));
+    EXPECT_TRUE(QDir(first).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
+    EXPECT_EQ(vm().status().kind(), PackStatus::Kind::saved);
+    // The folder used moves to the top of the history, and the list follows.
+    settle();
+    EXPECT_EQ(m_preferences.exportFolderHistory(), QStringList({second, first}));
+    ASSERT_EQ(workspace.folderRows().size(), 2);
+    EXPECT_EQ(workspace.folderRows()[0]->folder(), second);
+}
+
+TEST_F(SettingsTest, HistoryRowWithAnEmptyPackSaysAddClipsFirst)
+{
+    m_preferences.setExportFolderHistory({path("out")});
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    ASSERT_EQ(workspace.folderRows().size(), 1);
+    ASSERT_TRUE(workspace.folderRows()[0]->isEnabled()); // an empty pack does not disable it
+    click(workspace.folderRows()[0]);
+    EXPECT_EQ(vm().status().kind(), PackStatus::Kind::addFirst);
+    EXPECT_EQ(vm().statusText(), "Add clips first");
+    EXPECT_TRUE(m_panels.messages.isEmpty()); // no chooser was shown
+    EXPECT_FALSE(vm().lastExportURL());
+}
+
+TEST_F(SettingsTest, HistoryRowsWaitWhileTheClipsAreStillBeingChecked)
+{
+    m_preferences.setExportFolderHistory({path("out")});
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    m_probe->setDelay(std::chrono::milliseconds(400));
+    vm().handleDrop({url(touch("slow.mov"))});
+    ASSERT_TRUE(waitUntil([this] { return vm().isScanning(); }));
+    EXPECT_FALSE(workspace.folderRows()[0]->isEnabled());
+    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+    EXPECT_TRUE(workspace.folderRows()[0]->isEnabled());
+}
+
+TEST_F(SettingsTest, AFullHistoryScrollsInsideTheFixedWindow)
+{
+    QStringList folders;
+    for (int i = 0; i < 8; ++i)
+        folders.append(path(QStringLiteral("show %1/exports for the venue").arg(i)));
+    m_preferences.setExportFolderHistory(folders);
+    click(view().railButton(SettingsSection::workspace));
+    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
+    EXPECT_EQ(workspace.folderRows().size(), 8);
+    EXPECT_EQ(settings().size(), QSize(620, 500));
+    const QWidget *credit = view().findChild<QWidget *>("settings.credit");
+    EXPECT_LE(credit->mapTo(&settings(), QPoint(0, credit->height())).y(), 500);
+}
+
+// Pictures of every page in English and Japanese, written to the build folder for a person to
+// look at (build/screenshots/settings*.png); each must hold more than a plain fill.
+class SettingsScreenshots : public SettingsTest
+{
+protected:
+    void save(const QString &name)
+    {
+        settle();
+        settings().background()->setFrozen(true);
+        const QImage shot = settings().grab().toImage();
+        EXPECT_EQ(shot.size() / shot.devicePixelRatio(), QSize(620, 500));
+        const QString dir = QStringLiteral(CUEBOX_SCREENSHOT_DIR);
+        QDir().mkpath(dir);
+        const QString file = dir + u'/' + name + QStringLiteral(".png");
+        EXPECT_TRUE(shot.save(file));
+        QSet<QRgb> colours;
+        for (int y = 0; y < shot.height(); y += 5)
+            for (int x = 0; x < shot.width(); x += 5)
+                colours.insert(shot.pixel(x, y));
+        EXPECT_GT(colours.size(), 50) << file.toStdString();
+    }
+
+    void everyPage(const QString &suffix)
+    {
+        m_preferences.setExportFolderHistory(
+            {"/media/show/Exports/Arena packs", "/home/vj/Shows/2026 Winter tour/exports"});
+        vm().setShowPrefix("gala");
+        vm().setPreferredWidth(2560);
+        save(QStringLiteral("settings") + suffix);
+        const std::pair<SettingsSection, const char *> pages[] = {
+            {SettingsSection::naming, "_naming"},
+            {SettingsSection::risks, "_risks"},
+            {SettingsSection::workspace, "_workspace"}};
+        for (const auto &[section, name] : pages) {
+            click(view().railButton(section));
+            save(QStringLiteral("settings") + QLatin1String(name) + suffix);
+        }
+        m_preferences.setExportFolderHistory({});
+        save(QStringLiteral("settings_workspace_empty") + suffix);
+    }
+};
+
+TEST_F(SettingsScreenshots, EveryPageInEnglish)
+{
+    everyPage(QString());
+}
+
+TEST_F(SettingsScreenshots, EveryPageInJapanese)
+{
+    m_localization.setLanguage(AppLanguage::japanese);
+    everyPage(QStringLiteral("_ja"));
+}
