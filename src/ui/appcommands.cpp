@@ -1,6 +1,6 @@
 #include "appcommands.h"
 
-#include "bugreport.h"
+#include "bugreport/bugreport.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
 #include "session/packviewmodel.h"

@@ -1,5 +1,5 @@
-# The report sidebar, the rename and convert studios, the settings window, the bug-report mail
-# and the credit line: views over the session, built into the window's library.
+# The report sidebar, the bug-report mail and the credit line: views over the session, built
+# into the window's library.
 set(CUEBOX_BUILD_NUMBER "1" CACHE STRING "Build number shown in bug reports")
 target_sources(cuebox_ui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/selectchip.cpp
@@ -10,8 +10,25 @@ target_sources(cuebox_ui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/actioncards.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/clipcard.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/reportsidebarview.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/bugreport/bugmail.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/bugreport/bugreport.cpp
     ${CMAKE_CURRENT_LIST_DIR}/bugreport/creditfooter.cpp
 )
-set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/bugreport/bugmail.cpp PROPERTIES
+set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/bugreport/bugreport.cpp PROPERTIES
     COMPILE_DEFINITIONS "CUEBOX_BUILD_NUMBER=\"${CUEBOX_BUILD_NUMBER}\"")
+# The sidebar's symbols join the shared icon table under the same prefix.
+qt_add_resources(cuebox_ui cuebox_sidebar_icons PREFIX /icons BASE sidebar/icons FILES
+    sidebar/icons/checklist.svg
+    sidebar/icons/checkmark.svg
+    sidebar/icons/circle.svg
+    sidebar/icons/display.svg
+    sidebar/icons/exclamationmark.svg
+    sidebar/icons/eye.svg
+    sidebar/icons/hand.tap.svg
+    sidebar/icons/heart.text.clipboard.svg
+    sidebar/icons/pencil.svg
+    sidebar/icons/rectangle.portrait.svg
+    sidebar/icons/rectangle.stack.badge.minus.svg
+    sidebar/icons/rectangle.svg
+    sidebar/icons/square.stack.3d.up.svg
+    sidebar/icons/textformat.abc.svg
+    sidebar/icons/tv.svg)

@@ -50,7 +50,23 @@ const QHash<QString, QString> &table()
                                  "globe",
                                  "textformat",
                                  "exclamationmark.triangle",
-                                 "laptopcomputer"}) {
+                                 "laptopcomputer",
+                                 // the sidebar's (src/ui/sidebar/icons)
+                                 "checklist",
+                                 "checkmark",
+                                 "circle",
+                                 "display",
+                                 "exclamationmark",
+                                 "eye",
+                                 "hand.tap",
+                                 "heart.text.clipboard",
+                                 "pencil",
+                                 "rectangle",
+                                 "rectangle.portrait",
+                                 "rectangle.stack.badge.minus",
+                                 "square.stack.3d.up",
+                                 "textformat.abc",
+                                 "tv"}) {
             const QString n = QString::fromLatin1(name);
             t.insert(n, QStringLiteral(":/icons/%1.svg").arg(n));
         }

@@ -8,9 +8,12 @@
 #include "ui/detailarea.h"
 #include "ui/dropzoneview.h"
 #include "ui/scanningoverlay.h"
+#include "ui/sidebar/reportsidebarview.h"
 #include "ui/spinnerring.h"
 
 #include <QDir>
+#include <QScrollArea>
+#include <QScrollBar>
 
 class Screenshots : public WindowTest
 {
@@ -28,11 +31,11 @@ protected:
             w->setPulseFrozen(true);
     }
 
-    QString save(const QString &name)
+    QString save(const QString &name, QWidget *part = nullptr)
     {
         QApplication::processEvents();
         freeze();
-        const QImage shot = window().grab().toImage();
+        const QImage shot = (part ? part : &window())->grab().toImage();
         const QString dir = QStringLiteral(CUEBOX_SCREENSHOT_DIR);
         QDir().mkpath(dir);
         const QString file = dir + u'/' + name + QStringLiteral(".png");
@@ -73,6 +76,29 @@ protected:
         vm().setSelectedClipID(vm().clips()[0].id);
         // Thumbnails arrive from the cache's pool.
         waitUntil([this] { return m_thumbnails.count() >= vm().clips().size(); }, 3000);
+        QApplication::processEvents();
+    }
+
+    // The whole sidebar, every card in view: the window is made tall enough for all of them.
+    void saveSidebar(const QString &name)
+    {
+        ReportSidebarView *sidebar = window().content()->sidebar();
+        QScrollBar *bar = sidebar->scrollArea()->verticalScrollBar();
+        for (int height = 1200; height < 4000 && (height == 1200 || bar->isVisible());
+             height += 40) {
+            window().resize(window().width(), height);
+            QApplication::processEvents();
+        }
+        EXPECT_FALSE(bar->isVisible()) << "cards cut off";
+        save(name, sidebar);
+    }
+
+    void selectClip(const QString &originalName)
+    {
+        for (const MediaClip &clip : vm().clips())
+            if (clip.originalName == originalName)
+                vm().setSelectedClipID(clip.id);
+        ASSERT_TRUE(vm().selectedClip().has_value());
         QApplication::processEvents();
     }
 };
@@ -118,4 +144,29 @@ TEST_F(Screenshots, Japanese)
     save(QStringLiteral("japanese"));
     vm().clear();
     save(QStringLiteral("japanese_dropzone"));
+}
+
+TEST_F(Screenshots, SidebarWithASelectedWarnClip)
+{
+    window();
+    addMixedPack();
+    selectClip(QStringLiteral("Drop Loud.mp4"));
+    ASSERT_EQ(vm().selectedClip()->health(), ClipHealth::warn);
+    saveSidebar(QStringLiteral("sidebar_warn_clip"));
+}
+
+TEST_F(Screenshots, SidebarInJapanese)
+{
+    m_localization.setLanguage(AppLanguage::japanese);
+    window();
+    addMixedPack();
+    selectClip(QStringLiteral("Drop Loud.mp4"));
+    saveSidebar(QStringLiteral("sidebar_japanese"));
+}
+
+TEST_F(Screenshots, SidebarEmptyAndCompact)
+{
+    m_preferences.setCompactMode(true);
+    window();
+    saveSidebar(QStringLiteral("sidebar_empty_compact"));
 }

@@ -1,4 +1,4 @@
-#include "bugmail.h"
+#include "bugreport.h"
 
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
@@ -13,21 +13,9 @@
 #define CUEBOX_BUILD_NUMBER ""
 #endif
 
-namespace BugMail {
+namespace BugReport {
 
 namespace {
-
-QString versionOrDefault()
-{
-    const QString version = QStringLiteral(CUEBOX_VERSION);
-    return version.isEmpty() ? QStringLiteral("0.1") : version;
-}
-
-QString buildOrDefault()
-{
-    const QString build = QStringLiteral(CUEBOX_BUILD_NUMBER);
-    return build.isEmpty() ? QStringLiteral("1") : build;
-}
 
 // os-release values are shell-style: optionally quoted, with backslash escapes.
 QString unquote(QString value)
@@ -48,6 +36,26 @@ QString unquote(QString value)
 
 } // namespace
 
+QString versionOrDefault(const QString &configured)
+{
+    return configured.trimmed().isEmpty() ? QStringLiteral("0.1") : configured.trimmed();
+}
+
+QString buildOrDefault(const QString &configured)
+{
+    return configured.trimmed().isEmpty() ? QStringLiteral("1") : configured.trimmed();
+}
+
+QString version()
+{
+    return versionOrDefault(QStringLiteral(CUEBOX_VERSION));
+}
+
+QString build()
+{
+    return buildOrDefault(QStringLiteral(CUEBOX_BUILD_NUMBER));
+}
+
 QString prettyName(const QString &osReleasePath)
 {
     QFile file(osReleasePath);
@@ -61,35 +69,43 @@ QString prettyName(const QString &osReleasePath)
     return {};
 }
 
+QString systemLine(const QString &prettyName, const QString &kernelRelease)
+{
+    return QStringLiteral("Linux: ") + prettyName + u' ' + kernelRelease;
+}
+
 QString systemLine()
 {
+    // The distribution's file first, then the packaged default it may only link to.
     QString name = prettyName(QStringLiteral("/etc/os-release"));
     if (name.isEmpty())
         name = prettyName(QStringLiteral("/usr/lib/os-release"));
     if (name.isEmpty())
         name = QSysInfo::prettyProductName();
-    // On Linux the kernel version Qt reports is uname's release string.
-    return QStringLiteral("Linux: %1 %2").arg(name, QSysInfo::kernelVersion());
+    // On Linux Qt's kernel version is uname's release string.
+    return systemLine(name, QSysInfo::kernelVersion());
 }
 
 QString body(const QString &prompt, const Facts &facts)
 {
     const QString status = facts.status.isEmpty() ? kDashLabel : facts.status;
-    return prompt +
-           QStringLiteral("\n\n---\nCuebox %1 (%2)\n%3\nLanguage: %4\nCompact: %5\nClips: %6"
-                          "\nStatus: %7")
-               .arg(facts.version, facts.build, facts.system, facts.languageCode,
-                    facts.compact ? QStringLiteral("yes") : QStringLiteral("no"),
-                    QString::number(facts.clips), status);
+    return prompt + QStringLiteral("\n\n---\nCuebox ") + facts.version + QStringLiteral(" (") +
+           facts.build + QStringLiteral(")\n") + facts.system + QStringLiteral("\nLanguage: ") +
+           facts.languageCode + QStringLiteral("\nCompact: ") +
+           (facts.compact ? QStringLiteral("yes") : QStringLiteral("no")) +
+           QStringLiteral("\nClips: ") + QString::number(facts.clips) +
+           QStringLiteral("\nStatus: ") + status;
 }
 
 QUrl mailUrl(const QString &address, const QString &subject, const QString &body)
 {
+    if (address.trimmed().isEmpty())
+        return {};
     QUrl url;
     url.setScheme(QStringLiteral("mailto"));
     url.setPath(address);
-    // Encoded by hand: a query builder leaves "&", "=" and "+" of free text as they are,
-    // which mail programs would read as separators.
+    // Encoded by hand: a query builder leaves "&", "=" and "+" of free text as they are, which
+    // mail programs would read as separators or spaces.
     const QByteArray query =
         "subject=" + QUrl::toPercentEncoding(subject) + "&body=" + QUrl::toPercentEncoding(body);
     url.setQuery(QString::fromLatin1(query), QUrl::StrictMode);
@@ -100,8 +116,8 @@ Facts collect(const PackViewModel &viewModel, const LocalizationManager &localiz
               const AppPreferences &preferences)
 {
     Facts facts;
-    facts.version = versionOrDefault();
-    facts.build = buildOrDefault();
+    facts.version = version();
+    facts.build = build();
     facts.system = systemLine();
     facts.languageCode = rawValue(localization.language());
     facts.compact = preferences.compactMode();
@@ -123,8 +139,8 @@ void open(const PackViewModel &viewModel, const LocalizationManager &localizatio
           const AppPreferences &preferences, Desktop &desktop)
 {
     const QUrl url = mailUrl(viewModel, localization, preferences);
-    if (url.isValid())
+    if (url.isValid() && !url.isEmpty())
         desktop.openUrl(url);
 }
 
-} // namespace BugMail
+} // namespace BugReport

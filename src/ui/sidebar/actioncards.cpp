@@ -31,6 +31,9 @@ NamingCard::NamingCard(const UiContext &context, QWidget *parent)
     m_prefix->setPlaceholderText(text(u"naming.prefix.placeholder"));
     m_prefix->setToolTip(text(u"naming.tooltip"));
     m_prefix->setFont(AppTheme::font(12));
+    // The soft field: 11 points from the rounded edge to the text (the frame gives the rest).
+    m_prefix->setTextMargins(9, 0, 9, 0);
+    m_prefix->setMinimumHeight(34);
     m_prefix->setText(vm.showPrefix());
     // Typing only stores the prefix; the clips are renamed when the operator confirms.
     connect(m_prefix, &QLineEdit::textEdited, this,
@@ -121,7 +124,9 @@ WatchCard::WatchCard(const UiContext &context, QWidget *parent)
 
     auto *pick = new KitButton(KitButton::Kind::ghost, QStringLiteral("folder.badge.plus"),
                                text(u"watch.pick"));
+    pick->setObjectName(QStringLiteral("watch.pick"));
     m_stop = new KitButton(KitButton::Kind::ghost, QStringLiteral("xmark"), text(u"watch.stop"));
+    m_stop->setObjectName(QStringLiteral("watch.stop"));
     connect(pick, &QAbstractButton::clicked, this, [&vm] { vm.pickWatchFolder(); });
     connect(m_stop, &QAbstractButton::clicked, this, [&vm] { vm.stopWatching(); });
     auto *buttons = new QHBoxLayout;

@@ -6,8 +6,10 @@
 #include "session/packviewmodel.h"
 #include "ui/apptheme.h"
 #include "ui/clippreviewview.h"
+#include "ui/cliptablemodel.h"
 #include "ui/kitbuttons.h"
 #include "ui/kitwidgets.h"
+#include "ui/motion.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -46,13 +48,6 @@ QString severitySymbol(ClipHealth severity)
     return QStringLiteral("questionmark.circle");
 }
 
-QString frameRateLabel(const MediaClip &clip)
-{
-    if (!clip.frameRate || *clip.frameRate <= 0)
-        return kDashLabel;
-    return QString::number(*clip.frameRate, 'f', 2);
-}
-
 } // namespace
 
 ClipCard::ClipCard(const UiContext &context, QWidget *parent)
@@ -88,6 +83,7 @@ void ClipCard::refresh()
 
 void ClipCard::rebuild()
 {
+    const std::optional<QUuid> before = m_shown ? std::optional<QUuid>(m_shown->id) : std::nullopt;
     PanelParts::clear(m_content);
     m_removeAudio = nullptr;
     m_shown = m_context.viewModel.selectedClip();
@@ -98,6 +94,9 @@ void ClipCard::rebuild()
         buildDetails(*m_shown);
     else
         buildEmpty();
+    // Another clip's card fades in; new findings or a new name for the same clip do not.
+    if (m_shown && m_shown->id != before)
+        Motion::enter(this, Motion::Entrance::fade, AppTheme::Spring::soft);
 }
 
 void ClipCard::buildDetails(const MediaClip &clip)
@@ -110,6 +109,8 @@ void ClipCard::buildDetails(const MediaClip &clip)
     m_content->addWidget(name);
 
     const ClipHealth health = clip.health();
+    // A frame size such as "3840×2160" needs more room than a third of the card: status and
+    // size share the first row, the frame rate takes the second.
     auto *tiles = new QGridLayout;
     tiles->setSpacing(8);
     tiles->addWidget(new BentoMetric(text(u"table.status"), text(shortHealthKey(health)),
@@ -117,8 +118,12 @@ void ClipCard::buildDetails(const MediaClip &clip)
                      0, 0);
     tiles->addWidget(
         new BentoMetric(text(u"table.res"), clip.resolutionLabel(), AppTheme::white(0.92)), 0, 1);
-    tiles->addWidget(
-        new BentoMetric(text(u"table.fps"), frameRateLabel(clip), AppTheme::white(0.92)), 0, 2);
+    tiles->addWidget(new BentoMetric(text(u"table.fps"),
+                                     ClipTableModel::frameRateLabel(clip.frameRate),
+                                     AppTheme::white(0.92)),
+                     1, 0, 1, 2);
+    tiles->setColumnStretch(0, 2);
+    tiles->setColumnStretch(1, 3);
     m_content->addLayout(tiles);
 
     const L10n strings = m_context.strings();

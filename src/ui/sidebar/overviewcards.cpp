@@ -7,13 +7,13 @@
 #include "selectchip.h"
 #include "session/packviewmodel.h"
 #include "ui/apptheme.h"
+#include "ui/cliptablemodel.h"
 #include "ui/kitwidgets.h"
 #include "ui/segmentbar.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLocale>
 #include <QVBoxLayout>
 
 ChecklistCard::ChecklistCard(const UiContext &context, QWidget *parent)
@@ -23,6 +23,7 @@ ChecklistCard::ChecklistCard(const UiContext &context, QWidget *parent)
     , m_seal(PanelParts::symbol(QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen, 13))
     , m_rows(new QVBoxLayout)
 {
+    m_progress->setObjectName(QStringLiteral("checklist.progress"));
     auto *progressRow = new QHBoxLayout;
     progressRow->setSpacing(6);
     progressRow->addWidget(m_progress);
@@ -156,6 +157,6 @@ void HealthCard::refresh()
     m_bar->setSegments({{double(report.okCount), AppTheme::ok},
                         {double(report.warnCount), AppTheme::warn},
                         {double(report.failCount), AppTheme::fail}});
-    // The desktop's own file-size style (KB, MB… in the user's locale).
-    m_size->setText(QLocale().formattedDataSize(report.totalBytes));
+    // The same file-size style as the table's size column.
+    m_size->setText(ClipTableModel::sizeLabel(report.totalBytes));
 }

@@ -7,9 +7,54 @@
 
 #include <QBoxLayout>
 #include <QLabel>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
 #include <QPointer>
 
 namespace PanelParts {
+
+namespace {
+
+class GradientKicker final : public QWidget
+{
+public:
+    GradientKicker(const QString &text, double pixelSize, double letterSpacing)
+        : m_font(AppTheme::font(pixelSize, QFont::Bold, AppTheme::Face::rounded))
+    {
+        setAccessibleName(text);
+        m_font.setLetterSpacing(QFont::AbsoluteSpacing, letterSpacing);
+        m_text = text;
+        const QFontMetrics fm(m_font);
+        setFixedHeight(fm.height());
+        setMinimumWidth(fm.horizontalAdvance(m_text) + 4);
+    }
+    QString text() const { return m_text; }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter p(this);
+        p.setRenderHint(QPainter::Antialiasing);
+        QPainterPath path;
+        path.addText(0, QFontMetrics(m_font).ascent(), m_font, m_text);
+        QLinearGradient fill(0, 0, std::max<qreal>(1, path.boundingRect().right()), 0);
+        fill.setColorAt(0, AppTheme::accentGreen);
+        fill.setColorAt(1, AppTheme::accentGreenDim);
+        p.fillPath(path, fill);
+    }
+
+private:
+    QFont m_font;
+    QString m_text;
+};
+
+} // namespace
+
+QWidget *kicker(const QString &text, double pixelSize, double letterSpacing)
+{
+    return new GradientKicker(text, pixelSize, letterSpacing);
+}
 
 void setTextColor(QLabel *label, const QColor &color)
 {

@@ -22,6 +22,8 @@ QLabel *label(const QString &text, double pixelSize, double whiteAlpha,
 QLabel *colouredLabel(const QString &text, double pixelSize, const QColor &color,
                       QFont::Weight weight = QFont::Normal);
 QLabel *symbol(const QString &name, const QColor &color, int sidePx);
+// Bold, widely spaced capitals filled with the accent gradient (the brand's kicker).
+QWidget *kicker(const QString &text, double pixelSize, double letterSpacing);
 void setTextColor(QLabel *label, const QColor &color);
 
 // A switch with its own text beside it (the "Number as 01, 02…" line).

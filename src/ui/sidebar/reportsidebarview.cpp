@@ -19,7 +19,7 @@
 
 namespace {
 constexpr int kEntranceShift = 16;
-}
+} // namespace
 
 ReportSidebarView::ReportSidebarView(const UiContext &context, Desktop &desktop, QWidget *parent)
     : QWidget(parent)
@@ -29,6 +29,7 @@ ReportSidebarView::ReportSidebarView(const UiContext &context, Desktop &desktop,
     , m_stageLayout(new QVBoxLayout(m_stage))
 {
     setObjectName(QStringLiteral("reportSidebar"));
+    m_stage->setObjectName(QStringLiteral("sidebar.stage"));
     m_stageLayout->setContentsMargins(0, 0, 1, 0); // the trailing line stays visible
     m_stageLayout->setSpacing(0);
     m_stage->setGraphicsEffect(new QGraphicsOpacityEffect(m_stage));
@@ -72,32 +73,36 @@ void ReportSidebarView::rebuild()
     setFixedWidth(compact ? kCompactWidth : kWidth);
 
     m_scroll = new QScrollArea;
+    m_scroll->setObjectName(QStringLiteral("sidebar.scroll"));
     m_scroll->setFrameShape(QFrame::NoFrame);
     m_scroll->setWidgetResizable(true);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->viewport()->setAutoFillBackground(false);
     auto *column = new QWidget;
+    column->setObjectName(QStringLiteral("sidebar.column"));
     column->setAutoFillBackground(false);
     auto *stack = new QVBoxLayout(column);
-    // The cards' shadow margin is part of the padding around them.
-    const int pad = (compact ? 12 : 16) - 6;
-    stack->setContentsMargins(pad, pad + 4, pad, pad);
-    stack->setSpacing(compact ? 2 : 4);
+    // The cards paint their shadows inside their own margins; the padding counts to the faces.
+    const int pad = compact ? kCompactPadding : kPadding;
+    const int side = pad - GlassCard::kShadowMargin;
+    stack->setContentsMargins(side, pad, side, pad - GlassCard::kShadowMargin);
+    stack->setSpacing(0);
 
-    // 1. Brand header.
+    // 1. Brand header, aligned with the faces of the cards below.
     auto *brand = new QVBoxLayout;
-    brand->setContentsMargins(6, 0, 6, 8);
+    brand->setContentsMargins(GlassCard::kShadowMargin, 0, GlassCard::kShadowMargin, 8);
     brand->setSpacing(2);
-    auto *kicker = PanelParts::colouredLabel(m_context.text(u"sidebar.kicker"), 10,
-                                             AppTheme::accentGreen, QFont::Bold);
-    QFont kickerFont = kicker->font();
-    kickerFont.setLetterSpacing(QFont::AbsoluteSpacing, 2.4);
-    kicker->setFont(kickerFont);
+    QWidget *kicker = PanelParts::kicker(m_context.text(u"sidebar.kicker"), 10, 2.4);
+    kicker->setObjectName(QStringLiteral("sidebar.kicker"));
     brand->addWidget(kicker);
     auto *title = PanelParts::label(m_context.text(u"sidebar.title"), 22, 0.95, QFont::Bold);
+    title->setObjectName(QStringLiteral("sidebar.title"));
     title->setFont(AppTheme::font(22, QFont::Bold, AppTheme::Face::rounded));
     brand->addWidget(title);
-    brand->addWidget(PanelParts::label(m_context.text(u"sidebar.subtitle"), 12, 0.45));
+    auto *subtitle = PanelParts::label(m_context.text(u"sidebar.subtitle"), 12, 0.45);
+    subtitle->setObjectName(QStringLiteral("sidebar.subtitle"));
+    subtitle->setWordWrap(true);
+    brand->addWidget(subtitle);
     stack->addLayout(brand);
 
     // 2–8. The cards.
@@ -114,18 +119,21 @@ void ReportSidebarView::rebuild()
         m_cards.append(card);
     }
 
-    // 9. Status line.
+    // 9. Status line, under the last card's shadow.
     m_status = PanelParts::label({}, 11, 0.6);
     m_status->setObjectName(QStringLiteral("sidebar.status"));
     m_status->setWordWrap(true);
-    m_status->setContentsMargins(6, 4, 6, 0);
+    m_status->setContentsMargins(GlassCard::kShadowMargin, 0, GlassCard::kShadowMargin, 0);
     stack->addWidget(m_status);
     stack->addStretch(1);
     m_scroll->setWidget(column);
     m_stageLayout->addWidget(m_scroll, 1);
 
-    auto *footer = new CreditFooter(m_context.text(u"credit.designed"), m_desktop);
-    m_stageLayout->addWidget(footer);
+    // Outside the scroll area: always in view, whatever the length of the cards.
+    m_footer = new CreditFooter(m_context.text(u"credit.designed"), m_desktop);
+    m_footer->setObjectName(QStringLiteral("sidebar.credit"));
+    m_stageLayout->addWidget(m_footer);
+    m_shownStatus.clear();
     refreshStatus();
 }
 
@@ -143,8 +151,16 @@ void ReportSidebarView::refreshStatus()
         return;
     const PackViewModel &vm = m_context.viewModel;
     const bool idle = vm.status().kind() == PackStatus::Kind::idle;
-    m_status->setVisible(!idle);
-    m_status->setText(idle ? QString() : vm.statusText());
+    const QString text = idle ? QString() : vm.statusText();
+    if (idle) {
+        m_status->hide();
+        m_status->clear();
+    } else if (text != m_shownStatus) {
+        m_status->setText(text);
+        // A new text fades in over the old place rather than jumping.
+        Motion::enter(m_status, Motion::Entrance::fade, AppTheme::Spring::snappy);
+    }
+    m_shownStatus = text;
 }
 
 void ReportSidebarView::showEvent(QShowEvent *event)

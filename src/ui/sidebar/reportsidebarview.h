@@ -1,15 +1,16 @@
 #pragma once
 
+#include "ui/bugreport/creditfooter.h"
 #include "ui/sidebar/sidebarcards.h"
 #include "ui/uicontext.h"
 
+#include <QLabel>
 #include <QList>
 #include <QPointer>
 #include <QVariantAnimation>
 #include <QWidget>
 
 class Desktop;
-class QLabel;
 class QScrollArea;
 class QVBoxLayout;
 
@@ -25,6 +26,9 @@ public:
 
     static constexpr int kWidth = 320;
     static constexpr int kCompactWidth = 280;
+    // From the sidebar's edges to the faces of the cards.
+    static constexpr int kPadding = 16;
+    static constexpr int kCompactPadding = 12;
 
     // Puts the sidebar in its final place at once (screenshots, tests).
     void finishEntrance();
@@ -39,6 +43,7 @@ public:
     ClipCard *clipCard() const { return m_clip; }
     QLabel *statusLine() const { return m_status; }
     QScrollArea *scrollArea() const { return m_scroll; }
+    CreditFooter *creditFooter() const { return m_footer; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -64,6 +69,8 @@ private:
     QPointer<BatchCard> m_batch;
     QPointer<ClipCard> m_clip;
     QPointer<QLabel> m_status;
+    QPointer<CreditFooter> m_footer;
+    QString m_shownStatus;
     QList<QPointer<SidebarCard>> m_cards;
 
     bool m_appeared = false;

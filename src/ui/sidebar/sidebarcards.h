@@ -3,6 +3,7 @@
 #include "sidebarcard.h"
 
 #include "model/mediaclip.h"
+#include "ui/kitbuttons.h"
 
 #include <QList>
 #include <QPointer>
@@ -11,7 +12,6 @@
 
 class BentoMetric;
 class ClipPreviewView;
-#include "ui/kitbuttons.h"
 class QGridLayout;
 class QLabel;
 class QLineEdit;

@@ -1,0 +1,201 @@
+// The bug-report mail: its exact text, its exact URL, and the same mail from the menu and the
+// toolbar.
+#include "uifixture.h"
+
+#include "ui/bugreport/bugreport.h"
+
+#include <QFile>
+#include <QProcess>
+
+using Command = AppCommands::Command;
+
+namespace {
+
+// Every byte outside the unreserved set as %XX, written out here rather than borrowed from
+// the code under test.
+QByteArray encoded(const QString &text)
+{
+    QByteArray out;
+    for (const char c : text.toUtf8()) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool unreserved = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
+                                (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' ||
+                                byte == '_' || byte == '~';
+        if (unreserved)
+            out += c;
+        else
+            out += '%' + QByteArray::number(byte, 16).rightJustified(2, '0').toUpper();
+    }
+    return out;
+}
+
+QString osReleaseValue(const QString &file, const QString &key)
+{
+    QFile f(file);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    for (const QByteArray &raw : f.readAll().split('\n')) {
+        const QString line = QString::fromUtf8(raw);
+        if (!line.startsWith(key + u'='))
+            continue;
+        QString value = line.mid(key.size() + 1);
+        if (value.startsWith(u'"') && value.endsWith(u'"'))
+            value = value.mid(1, value.size() - 2);
+        return value;
+    }
+    return {};
+}
+
+QString unameRelease()
+{
+    QProcess uname;
+    uname.start(QStringLiteral("uname"), {QStringLiteral("-r")});
+    if (!uname.waitForFinished(5000))
+        return {};
+    return QString::fromUtf8(uname.readAllStandardOutput()).trimmed();
+}
+
+const QByteArray kEnglishPrompt =
+    "What%20is%20broken%3F%20Write%20steps%20to%20reproduce%3A%0A%0A1.%0A2.%0A3.%0A";
+
+} // namespace
+
+TEST(BugReport, BodyHasThePromptThenTheFactsWithEnglishLabels)
+{
+    BugReport::Facts facts;
+    facts.version = QStringLiteral("2.4.1");
+    facts.build = QStringLiteral("77");
+    facts.system = QStringLiteral("Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64");
+    facts.languageCode = QStringLiteral("zh-Hans");
+    facts.compact = true;
+    facts.clips = 12;
+    facts.status = QStringLiteral("已保存");
+    EXPECT_EQ(BugReport::body(QStringLiteral("Prompt\n"), facts),
+              QStringLiteral("Prompt\n\n\n---\nCuebox 2.4.1 (77)\n"
+                             "Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64\n"
+                             "Language: zh-Hans\nCompact: yes\nClips: 12\nStatus: 已保存"));
+    facts.compact = false;
+    facts.status.clear();
+    EXPECT_TRUE(BugReport::body({}, facts).endsWith(u"\nCompact: no\nClips: 12\nStatus: —"));
+}
+
+TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
+{
+    const QUrl url =
+        BugReport::mailUrl(QStringLiteral("bugs@example.invalid"), QStringLiteral("a&b=c+d?"),
+                           QStringLiteral("x y\n#1 — 100%"));
+    EXPECT_EQ(url.toEncoded(), QByteArray("mailto:bugs@example.invalid?subject=a%26b%3Dc%2Bd%3F"
+                                          "&body=x%20y%0A%231%20%E2%80%94%20100%25"));
+    EXPECT_EQ(url.scheme(), u"mailto");
+    EXPECT_EQ(url.path(), u"bugs@example.invalid");
+    // No address, no mail.
+    EXPECT_TRUE(BugReport::mailUrl({}, QStringLiteral("s"), QStringLiteral("b")).isEmpty());
+}
+
+TEST(BugReport, VersionAndBuildFallBackWhenTheBuildLeftThemEmpty)
+{
+    EXPECT_EQ(BugReport::versionOrDefault({}), u"0.1");
+    EXPECT_EQ(BugReport::buildOrDefault({}), u"1");
+    EXPECT_EQ(BugReport::versionOrDefault(QStringLiteral("3.0.2")), u"3.0.2");
+    EXPECT_EQ(BugReport::buildOrDefault(QStringLiteral("512")), u"512");
+    EXPECT_EQ(BugReport::version(), QStringLiteral(CUEBOX_VERSION));
+    EXPECT_EQ(BugReport::build(), QStringLiteral(CUEBOX_EXPECTED_BUILD_NUMBER));
+}
+
+TEST(BugReport, PrettyNameIsReadFromOsRelease)
+{
+    QTemporaryDir dir;
+    const auto write = [&](const char *name, const QByteArray &content) {
+        QFile f(dir.filePath(QString::fromLatin1(name)));
+        f.open(QIODevice::WriteOnly);
+        f.write(content);
+        return f.fileName();
+    };
+    const struct {
+        const char *name;
+        QByteArray content;
+        QString expected;
+    } rows[] = {
+        {"quoted", "NAME=\"Fedora\"\nPRETTY_NAME=\"Fedora Linux 40 (Workstation)\"\n",
+         u"Fedora Linux 40 (Workstation)"_qs},
+        {"single", "PRETTY_NAME='Arch Linux'\n", u"Arch Linux"_qs},
+        {"bare", "ID=alpine\nPRETTY_NAME=Alpine\n", u"Alpine"_qs},
+        {"escaped", "PRETTY_NAME=\"Say \\\"hi\\\" \\\\ there\"\n", u"Say \"hi\" \\ there"_qs},
+        {"missing", "NAME=Nothing\n", QString()},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(BugReport::prettyName(write(row.name, row.content)), row.expected);
+    }
+    EXPECT_EQ(BugReport::prettyName(dir.filePath(QStringLiteral("absent"))), QString());
+    EXPECT_EQ(BugReport::systemLine(QStringLiteral("Alpine"), QStringLiteral("6.6.8-0-lts")),
+              u"Linux: Alpine 6.6.8-0-lts");
+}
+
+TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
+{
+    const QString pretty = osReleaseValue(QStringLiteral("/etc/os-release"), u"PRETTY_NAME"_qs);
+    const QString kernel = unameRelease();
+    if (pretty.isEmpty() || kernel.isEmpty())
+        GTEST_SKIP() << "no /etc/os-release name or no uname here";
+    EXPECT_EQ(BugReport::systemLine(), u"Linux: "_qs + pretty + u' ' + kernel);
+}
+
+class BugReportWindow : public WindowTest
+{
+protected:
+    QByteArray expectedUrl(const QByteArray &subject, const QByteArray &prompt,
+                           const QByteArray &language, const QByteArray &compact, int clips,
+                           const QByteArray &status)
+    {
+        return "mailto:" + QByteArray(CUEBOX_BUG_EMAIL) + "?subject=" + subject +
+               "&body=" + prompt + "%0A%0A---%0ACuebox%20" +
+               encoded(QStringLiteral(CUEBOX_VERSION)) + "%20%28" +
+               encoded(QStringLiteral(CUEBOX_EXPECTED_BUILD_NUMBER)) + "%29%0A" +
+               encoded(BugReport::systemLine()) + "%0ALanguage%3A%20" + language +
+               "%0ACompact%3A%20" + compact + "%0AClips%3A%20" + QByteArray::number(clips) +
+               "%0AStatus%3A%20" + status;
+    }
+};
+
+TEST_F(BugReportWindow, MenuAndToolbarOpenTheSameExactMail)
+{
+    window();
+    addClips({QStringLiteral("a.mov")});
+    command(Command::toolbarBug)->trigger();
+    command(Command::reportBug)->trigger();
+    ASSERT_EQ(m_desktop.urls.size(), 2);
+    const QByteArray expected =
+        expectedUrl("Cuebox%20bug%20report", kEnglishPrompt, "en", "no", 1, "Ready%3A%201%20clips");
+    EXPECT_EQ(m_desktop.urls[0].toEncoded(), expected);
+    EXPECT_EQ(m_desktop.urls[1].toEncoded(), expected);
+    EXPECT_TRUE(m_desktop.urls[0].toEncoded().contains("%0ALinux%3A%20"));
+}
+
+TEST_F(BugReportWindow, EmptyStatusReadsDash)
+{
+    window();
+    ASSERT_EQ(vm().status(), PackStatus::idle());
+    m_preferences.setCompactMode(true);
+    command(Command::reportBug)->trigger();
+    ASSERT_EQ(m_desktop.urls.size(), 1);
+    EXPECT_EQ(m_desktop.urls[0].toEncoded(),
+              expectedUrl("Cuebox%20bug%20report", kEnglishPrompt, "en", "yes", 0, "%E2%80%94"));
+}
+
+TEST_F(BugReportWindow, SubjectAndPromptFollowTheLanguageLabelsStayEnglish)
+{
+    m_localization.setLanguage(AppLanguage::japanese);
+    window();
+    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    vm().renameAll();
+    command(Command::toolbarBug)->trigger();
+    ASSERT_EQ(m_desktop.urls.size(), 1);
+    const QByteArray jaPrompt =
+        "%E4%BD%95%E3%81%8C%E5%95%8F%E9%A1%8C%E3%81%A7%E3%81%99%E3%81%8B%EF%BC%9F%E5%86%8D%E7%8F"
+        "%BE%E6%89%8B%E9%A0%86%E3%82%92%E6%9B%B8%E3%81%84%E3%81%A6%E3%81%8F%E3%81%A0%E3%81%95%E3"
+        "%81%84%3A%0A%0A1.%0A2.%0A3.%0A";
+    EXPECT_EQ(m_desktop.urls[0].toEncoded(),
+              expectedUrl("Cuebox%20%E3%83%90%E3%82%B0%E5%A0%B1%E5%91%8A", jaPrompt, "ja", "no", 2,
+                          encoded(L10n(AppLanguage::japanese)[u"scan.renamed"])));
+}
