@@ -134,6 +134,8 @@ public:
 
     // Output.
     QCoro::Task<> exportPack(std::optional<QString> toFolder = std::nullopt);
+    // Straight into `folder`, no chooser: a recent export folder picked in the settings.
+    QCoro::Task<> exportPackInto(QString folder);
     void saveProject();
     void openProject();
     QCoro::Task<> loadProject(QString path);

@@ -27,8 +27,18 @@ QCoro::Task<> PackViewModel::exportPack(std::optional<QString> toFolder)
         text("panel.export.message"), text("panel.export.prompt"), start);
     if (!chosen)
         co_return;
+    QCoro::Task<> writing = exportPackInto(*chosen);
+    co_await writing;
+}
+
+QCoro::Task<> PackViewModel::exportPackInto(QString folder)
+{
+    if (m_clips.isEmpty()) {
+        setStatus(PackStatus::addFirst());
+        co_return;
+    }
     // Remembered before the export, so a folder is remembered even if the export then fails.
-    m_services.preferences->rememberExportFolder(*chosen);
+    m_services.preferences->rememberExportFolder(folder);
 
     QPointer<PackViewModel> self(this);
     PackExporter::Options options;
@@ -36,7 +46,6 @@ QCoro::Task<> PackViewModel::exportPack(std::optional<QString> toFolder)
     const QList<MediaClip> clips = m_clips;
     const QDateTime now = m_services.clock();
     const PackExporter::CopyFile copy = m_services.copyFile;
-    const QString folder = *chosen;
     m_exportStop = std::stop_source();
     const std::stop_token stop = m_exportStop.get_token();
 

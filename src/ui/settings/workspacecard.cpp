@@ -133,7 +133,7 @@ void WorkspaceSettingsCard::rebuildHistory()
     for (const QString &folder : folders) {
         auto *row = new ExportFolderRow(folder);
         connect(row, &QAbstractButton::clicked, this, [&vm, folder] {
-            vm.exportPack(folder); // the running export reports through the status line
+            vm.exportPackInto(folder); // no chooser; the export reports through the status line
         });
         m_history->addWidget(row);
         m_folderRows.append(row);
