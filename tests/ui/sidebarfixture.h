@@ -1,0 +1,108 @@
+#pragma once
+
+// The report sidebar's tests: a window over the session fixture, a pack with audio, a finding
+// and a duplicate, and a conversion that runs until it is cancelled.
+#include "uifixture.h"
+
+#include "ui/contentview.h"
+#include "ui/kitbuttons.h"
+#include "ui/kitwidgets.h"
+#include "ui/sidebar/reportsidebarview.h"
+#include "ui/sidebar/selectchip.h"
+
+#include <QLabel>
+
+namespace SidebarTesting {
+
+struct Rule {
+    const char *name;
+    QAbstractButton *button;
+    bool enabled;
+};
+
+inline void expectEnabled(std::initializer_list<Rule> rules)
+{
+    for (const Rule &rule : rules) {
+        SCOPED_TRACE(rule.name);
+        ASSERT_NE(rule.button, nullptr);
+        EXPECT_EQ(rule.button->isEnabled(), rule.enabled);
+    }
+}
+
+// Banners still on screen, by hint id (dismissed ones leave through deleteLater).
+inline QStringList visibleHints(QWidget *root)
+{
+    QStringList ids;
+    for (HintBanner *banner : root->findChildren<HintBanner *>())
+        if (banner->isVisibleTo(root))
+            ids.append(banner->objectName());
+    ids.sort();
+    return ids;
+}
+
+// Labels on screen with that object name (rebuilt rows leave through deleteLater, hidden).
+inline QList<QLabel *> visibleLabels(QWidget *root, const QString &name)
+{
+    QList<QLabel *> shown;
+    for (QLabel *label : root->findChildren<QLabel *>(name))
+        if (label->isVisibleTo(root))
+            shown.append(label);
+    return shown;
+}
+
+} // namespace SidebarTesting
+
+using namespace SidebarTesting;
+
+class Sidebar : public WindowTest
+{
+protected:
+    ReportSidebarView &sidebar() { return *window().content()->sidebar(); }
+    NamingCard &naming() { return *sidebar().namingCard(); }
+    BatchCard &batch() { return *sidebar().batchCard(); }
+
+    // A sidebar of its own over the fixture's desktop, outside any window.
+    std::unique_ptr<ReportSidebarView> standalone(const UiContext &ctx)
+    {
+        auto view = std::make_unique<ReportSidebarView>(ctx, m_desktop);
+        view->resize(ReportSidebarView::kWidth, 900);
+        view->show();
+        QApplication::processEvents();
+        return view;
+    }
+
+    // loud.mov has audio (a warning), quiet.mov is clean, twin_a and twin_b are one file twice.
+    void addBusyPack()
+    {
+        const qsizetype before = vm().clips().size();
+        VideoFacts loud = FakeProbe::defaultVideo();
+        loud.audioTrackCount = 1;
+        loud.audioCodecCode = FakeProbe::code("aac ");
+        m_probe->setVideo(QStringLiteral("loud.mov"), loud);
+        touch(QStringLiteral("twin_a.mov"), QByteArray(64, 't'));
+        touch(QStringLiteral("twin_b.mov"), QByteArray(64, 't'));
+        QList<QUrl> urls;
+        for (const char *name : {"loud.mov", "quiet.mov"})
+            urls.append(url(touch(QString::fromLatin1(name))));
+        urls.append(url(path(QStringLiteral("twin_a.mov"))));
+        urls.append(url(path(QStringLiteral("twin_b.mov"))));
+        vm().handleDrop(urls);
+        ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+        ASSERT_EQ(vm().clips().size(), before + 4);
+    }
+
+    // Starts a problem-clip conversion that runs until cancelled.
+    void holdConversion()
+    {
+        m_conversion->setDelay(std::chrono::milliseconds(20000));
+        QDir().mkpath(path(QStringLiteral("out")));
+        m_panels.folders.push_back(path(QStringLiteral("out")));
+        batch().convertProblemsButton()->click();
+        ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
+    }
+    void releaseConversion()
+    {
+        vm().cancelConversion();
+        ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
+    }
+};
