@@ -101,15 +101,9 @@ QTransform displayTurn(const AVStream *stream)
 QImage toImage(const AVFrame *frame, QSizeF shown, QSize box, const QTransform &turn)
 {
     // Fit the turned picture into the box, then scale the unturned frame to the matching size.
-    const QRectF turned = turn.mapRect(QRectF(QPointF(0, 0), shown));
-    const QSize fitted = fitWithin(turned.size(), box);
-    if (fitted.isEmpty())
+    const QSize target = unturnedFitWithin(shown, box, turn);
+    if (target.isEmpty())
         return {};
-    // The smaller ratio, so that rounding one side never pushes the other past the box.
-    const double scale =
-        std::min(fitted.width() / turned.width(), fitted.height() / turned.height());
-    const QSize target(std::max(1, static_cast<int>(std::lround(shown.width() * scale))),
-                       std::max(1, static_cast<int>(std::lround(shown.height() * scale))));
     const auto format = static_cast<AVPixelFormat>(frame->format);
     ScaleHandle scaler(sws_getContext(frame->width, frame->height, format, target.width(),
                                       target.height(), AV_PIX_FMT_RGBA, SWS_AREA, nullptr, nullptr,

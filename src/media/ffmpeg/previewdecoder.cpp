@@ -53,14 +53,9 @@ struct PreviewDecoder::State {
         const AVRational pixel = f->sample_aspect_ratio;
         const double pixelAspect = pixel.num > 0 && pixel.den > 0 ? av_q2d(pixel) : 1.0;
         const QSizeF shown(f->width * pixelAspect, f->height);
-        const QRectF turned = turn.mapRect(QRectF(QPointF(0, 0), shown));
-        const QSize fitted = fitWithin(turned.size(), box);
-        if (fitted.isEmpty())
+        const QSize target = unturnedFitWithin(shown, box, turn);
+        if (target.isEmpty())
             return {};
-        const double scale =
-            std::min(fitted.width() / turned.width(), fitted.height() / turned.height());
-        const QSize target(std::max(1, static_cast<int>(std::lround(shown.width() * scale))),
-                           std::max(1, static_cast<int>(std::lround(shown.height() * scale))));
         // One scaler for the whole preview unless the stream changes size mid-way.
         if (!scaler || scalerFrom != QSize(f->width, f->height) || scalerFormat != f->format) {
             scaler.reset(sws_getContext(f->width, f->height, static_cast<AVPixelFormat>(f->format),
