@@ -2,25 +2,15 @@
 
 #include "ambientbackground.h"
 #include "detailarea.h"
-#include "session/systemdesktop.h"
+#include "session/platform.h"
 #include "sidebar/reportsidebarview.h"
 
 #include <QHBoxLayout>
 
 ContentView::ContentView(const UiContext &context, Desktop &desktop, QWidget *parent)
-    : ContentView(context, nullptr, &desktop, parent)
-{}
-
-ContentView::ContentView(const UiContext &context, QWidget *parent)
-    : ContentView(context, std::make_unique<SystemDesktop>(), nullptr, parent)
-{}
-
-ContentView::ContentView(const UiContext &context, std::unique_ptr<Desktop> ownDesktop,
-                         Desktop *desktop, QWidget *parent)
     : QWidget(parent)
-    , m_ownDesktop(std::move(ownDesktop))
     , m_background(new AmbientBackground(1.0, this))
-    , m_sidebar(new ReportSidebarView(context, desktop ? *desktop : *m_ownDesktop))
+    , m_sidebar(new ReportSidebarView(context, desktop))
     , m_detail(new DetailArea(context))
 {
     setObjectName(QStringLiteral("contentView"));
@@ -30,12 +20,6 @@ ContentView::ContentView(const UiContext &context, std::unique_ptr<Desktop> ownD
     row->setSpacing(0);
     row->addWidget(m_sidebar);
     row->addWidget(m_detail, 1);
-}
-
-ContentView::~ContentView()
-{
-    // The views go before the desktop they may hold.
-    delete m_background;
 }
 
 void ContentView::resizeEvent(QResizeEvent *event)

@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-#include <memory>
-
 class AmbientBackground;
 class DetailArea;
 class Desktop;
@@ -20,9 +18,6 @@ class ContentView final : public QWidget
 public:
     // `desktop` opens the links of the sidebar (the maker's site).
     ContentView(const UiContext &context, Desktop &desktop, QWidget *parent = nullptr);
-    // Without a desktop of the caller's, links go through the system's own services.
-    explicit ContentView(const UiContext &context, QWidget *parent = nullptr);
-    ~ContentView() override;
 
     AmbientBackground *background() const { return m_background; }
     ReportSidebarView *sidebar() const { return m_sidebar; }
@@ -32,10 +27,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    ContentView(const UiContext &context, std::unique_ptr<Desktop> ownDesktop, Desktop *desktop,
-                QWidget *parent);
-
-    std::unique_ptr<Desktop> m_ownDesktop;
     AmbientBackground *m_background;
     ReportSidebarView *m_sidebar;
     DetailArea *m_detail;

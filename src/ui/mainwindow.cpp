@@ -67,7 +67,7 @@ void MainWindow::rebuildContent()
 {
     // The language is the content's identity: a new one means new views, with every text
     // looked up again. Session state (clips, selection) lives in the view model.
-    auto *fresh = new ContentView(m_context);
+    auto *fresh = new ContentView(m_context, m_desktop);
     QWidget *old = takeCentralWidget();
     setCentralWidget(fresh);
     m_content = fresh;

@@ -1,6 +1,5 @@
 # The report sidebar, the bug-report mail and the credit line: views over the session, built
 # into the window's library.
-set(CUEBOX_BUILD_NUMBER "1" CACHE STRING "Build number shown in bug reports")
 target_sources(cuebox_ui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/selectchip.cpp
     ${CMAKE_CURRENT_LIST_DIR}/sidebar/panelparts.cpp
@@ -13,8 +12,6 @@ target_sources(cuebox_ui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/bugreport/bugreport.cpp
     ${CMAKE_CURRENT_LIST_DIR}/bugreport/creditfooter.cpp
 )
-set_source_files_properties(${CMAKE_CURRENT_LIST_DIR}/bugreport/bugreport.cpp PROPERTIES
-    COMPILE_DEFINITIONS "CUEBOX_BUILD_NUMBER=\"${CUEBOX_BUILD_NUMBER}\"")
 # The sidebar's symbols join the shared icon table under the same prefix.
 qt_add_resources(cuebox_ui cuebox_sidebar_icons PREFIX /icons BASE sidebar/icons FILES
     sidebar/icons/checklist.svg
