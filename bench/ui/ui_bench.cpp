@@ -186,25 +186,32 @@ int main(int argc, char **argv)
         QApplication::processEvents(); // thumbnails arriving: their rows repaint
     }
 
-    Frames selection;
+    Frames selection, selectionEvents, selectionTable;
     QRandomGenerator random(42);
     for (int i = 0; i < 300; ++i) {
         const MediaClip &clip = vm.clips()[random.bounded(count)];
         clock.restart();
         vm.setSelectedClipID(clip.id);
         QApplication::processEvents(); // the sidebar's card updates and the row scrolls into view
+        const qint64 events = clock.nsecsElapsed();
         viewport->repaint();
         selection.add(clock.nsecsElapsed());
+        selectionEvents.add(events);
+        selectionTable.add(clock.nsecsElapsed() - events);
     }
 
-    Frames rename;
+    Frames rename, renameSession, renameEvents;
     const QUuid renamed = vm.clips()[count / 2].id;
     for (int i = 0; i < 100; ++i) {
         clock.restart();
         vm.setArenaName(renamed, QStringLiteral("renamed_%1").arg(i));
+        const qint64 session = clock.nsecsElapsed();
         QApplication::processEvents();
+        const qint64 events = clock.nsecsElapsed();
         viewport->repaint();
         rename.add(clock.nsecsElapsed());
+        renameSession.add(session);
+        renameEvents.add(events - session);
     }
 
     std::printf("\n");
@@ -212,7 +219,11 @@ int main(int argc, char **argv)
     windowPaint.print("whole window paint");
     scroll.print("scroll top to bottom");
     selection.print("change selection");
+    selectionEvents.print("  of which card and layout");
+    selectionTable.print("  of which table repaint");
     rename.print("rename one clip (keystroke)");
+    renameSession.print("  of which session and views");
+    renameEvents.print("  of which posted events");
 
     // Every clip's thumbnail asked for at once, as when a pack finished probing.
     const qint64 before = residentKb();

@@ -5,6 +5,9 @@
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <qdrawutil.h>
+
+#include <cmath>
 
 GlassCard::GlassCard(qreal cornerRadius, Elevation elevation, QWidget *parent)
     : QWidget(parent), m_radius(cornerRadius), m_elevation(elevation)
@@ -35,7 +38,7 @@ QRectF GlassCard::faceRect() const
 
 void GlassCard::resizeEvent(QResizeEvent *event)
 {
-    m_shadow = {};
+    // The shadow is drawn as nine slices, so a new size does not redraw it.
     QWidget::resizeEvent(event);
 }
 
@@ -44,18 +47,19 @@ void GlassCard::paintCard(QPainter *painter, const QRectF &face, qreal radius, c
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    // A blurred shadow is a stack of widening rounded rectangles at falling opacity; drawing it
-    // once into a pixmap keeps repaints of the card cheap.
+    // A blurred shadow is a stack of widening rounded rectangles at falling opacity. It is drawn
+    // once around the smallest face that still holds both rounded ends, and stretched to any
+    // size through its uniform middle, so cards that change size (the selected clip's card on
+    // every click) do not redraw it.
     const int spread = kShadowMargin;
-    const QSize shadowSize(static_cast<int>(face.width()) + 2 * spread,
-                           static_cast<int>(face.height()) + 3 * spread);
-    if (shadowCache && (shadowCache->isNull() || shadowCache->size() != shadowSize)) {
-        QPixmap pm(shadowSize);
-        pm.fill(Qt::transparent);
-        QPainter s(&pm);
+    const int r = static_cast<int>(std::ceil(radius));
+    // How far the corners reach in from each side of the pixmap (see the growth below).
+    const QMargins slices(spread + r + 1, 2 * spread + r + 1, spread + r + 1, 2 * spread + r + 1);
+    const QSizeF minimalFace(2 * r + 4, 2 * r + 2 * spread + 4);
+    const auto drawShadow = [&](QPainter &s, QSizeF faceSize) {
         s.setRenderHint(QPainter::Antialiasing);
         s.setPen(Qt::NoPen);
-        const QRectF base(spread, spread * 1.6, face.width(), face.height());
+        const QRectF base(spread, spread * 1.6, faceSize.width(), faceSize.height());
         constexpr int kSteps = 8;
         for (int i = kSteps; i >= 1; --i) {
             const qreal grow = spread * i / kSteps;
@@ -69,10 +73,29 @@ void GlassCard::paintCard(QPainter *painter, const QRectF &face, qreal radius, c
             s.drawRoundedRect(base.adjusted(-grow, -grow, grow, grow * 0.4), radius + grow,
                               radius + grow);
         }
-        *shadowCache = pm;
+    };
+    const QRectF target(face.left() - spread, face.top() - spread, face.width() + 2 * spread,
+                        face.height() + 3 * spread);
+    if (face.width() < minimalFace.width() || face.height() < minimalFace.height()) {
+        // Too small to slice: drawn at its own size every time (small cards only).
+        painter->save();
+        painter->translate(target.topLeft());
+        drawShadow(*painter, face.size());
+        painter->restore();
+    } else if (shadowCache) {
+        const QSize patchSize(static_cast<int>(minimalFace.width()) + 2 * spread,
+                              static_cast<int>(minimalFace.height()) + 3 * spread);
+        if (shadowCache->size() != patchSize) {
+            QPixmap pm(patchSize);
+            pm.fill(Qt::transparent);
+            QPainter s(&pm);
+            drawShadow(s, minimalFace);
+            s.end();
+            *shadowCache = pm;
+        }
+        qDrawBorderPixmap(painter, target.toAlignedRect(), slices, *shadowCache,
+                          shadowCache->rect(), slices, QTileRules(Qt::StretchTile));
     }
-    if (shadowCache)
-        painter->drawPixmap(QPointF(face.left() - spread, face.top() - spread), *shadowCache);
 
     QPainterPath path;
     path.addRoundedRect(face, radius, radius);

@@ -38,6 +38,11 @@ ChecklistCard::ChecklistCard(const UiContext &context, QWidget *parent)
 void ChecklistCard::refresh()
 {
     const PreShowChecklist checklist = m_context.viewModel.checklist();
+    // Every edit of the pack lands here; rebuilding the rows and their layout each time made a
+    // keystroke in a big pack miss frames.
+    if (checklist == m_shown)
+        return;
+    m_shown = checklist;
     const qint64 ready = checklist.readyCount();
     const auto total = static_cast<qint64>(checklist.items.size());
     const bool allReady = ready == total;

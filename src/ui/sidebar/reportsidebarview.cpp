@@ -50,9 +50,15 @@ ReportSidebarView::ReportSidebarView(const UiContext &context, Desktop &desktop,
          {&PackViewModel::clipsChanged, &PackViewModel::isScanningChanged,
           &PackViewModel::isConvertingChanged, &PackViewModel::screenProfileChanged,
           &PackViewModel::showPrefixChanged, &PackViewModel::zeroPadChanged,
-          &PackViewModel::selectedClipIDChanged, &PackViewModel::duplicateCountChanged,
+          &PackViewModel::duplicateCountChanged,
           &PackViewModel::lastExportURLChanged, &PackViewModel::lastBackupURLChanged})
         connect(&vm, signal, this, &ReportSidebarView::refreshAll);
+    // A new selection only concerns the clip card; the other cards read the whole pack, which
+    // costs more with thousands of clips than a click should.
+    connect(&vm, &PackViewModel::selectedClipIDChanged, this, [this] {
+        if (m_clip)
+            m_clip->refresh();
+    });
     connect(&vm, &PackViewModel::statusChanged, this, &ReportSidebarView::refreshStatus);
     connect(&vm.watchFolder(), &WatchFolderMonitor::isWatchingChanged, this,
             &ReportSidebarView::refreshAll);

@@ -3,6 +3,7 @@
 #include "sidebarcard.h"
 
 #include "model/mediaclip.h"
+#include "session/preshowchecklist.h"
 #include "ui/kitbuttons.h"
 
 #include <QList>
@@ -34,6 +35,7 @@ private:
     QLabel *m_progress;
     QLabel *m_seal;
     QVBoxLayout *m_rows;
+    std::optional<PreShowChecklist> m_shown; // rows are rebuilt only when this changes
 };
 
 class ProfileCard final : public SidebarCard
