@@ -83,49 +83,85 @@ void ClipCard::refresh()
 
 void ClipCard::rebuild()
 {
-    const std::optional<QUuid> before = m_shown ? std::optional<QUuid>(m_shown->id) : std::nullopt;
-    PanelParts::clear(m_content);
-    m_removeAudio = nullptr;
+    const std::optional<MediaClip> before = m_shown;
+    const bool hintDismissed =
+        m_context.localization.isHintDismissed(QStringLiteral("hint.selected"));
     m_shown = m_context.viewModel.selectedClip();
-    m_shownHintDismissed = m_context.localization.isHintDismissed(QStringLiteral("hint.selected"));
     m_preview->setClip(m_shown);
     m_preview->setVisible(m_shown.has_value());
-    if (m_shown)
-        buildDetails(*m_shown);
-    else
-        buildEmpty();
+    if (m_shown && m_detailsBuilt && hintDismissed == m_shownHintDismissed) {
+        fillDetails(*m_shown, before);
+    } else {
+        PanelParts::clear(m_content);
+        m_detailsBuilt = false;
+        m_shownHintDismissed = hintDismissed;
+        if (m_shown) {
+            buildDetails();
+            fillDetails(*m_shown, std::nullopt);
+        } else {
+            buildEmpty();
+        }
+    }
     // Another clip's card fades in; new findings or a new name for the same clip do not.
-    if (m_shown && m_shown->id != before)
+    if (m_shown && (!before || m_shown->id != before->id))
         Motion::enter(this, Motion::Entrance::fade, AppTheme::Spring::soft);
 }
 
-void ClipCard::buildDetails(const MediaClip &clip)
+void ClipCard::buildDetails()
 {
     PanelParts::addHint(m_content, m_context, QStringLiteral("hint.selected"),
                         QStringLiteral("selected.hint"));
-    auto *name = PanelParts::label(clip.arenaName, 13, 0.92, QFont::DemiBold);
-    name->setObjectName(QStringLiteral("selected.arenaName"));
-    name->setWordWrap(true);
-    m_content->addWidget(name);
+    m_name = PanelParts::label({}, 13, 0.92, QFont::DemiBold);
+    m_name->setObjectName(QStringLiteral("selected.arenaName"));
+    m_name->setWordWrap(true);
+    m_content->addWidget(m_name);
 
-    const ClipHealth health = clip.health();
     // A frame size such as "3840×2160" needs more room than a third of the card: status and
     // size share the first row, the frame rate takes the second.
     auto *tiles = new QGridLayout;
     tiles->setSpacing(8);
-    tiles->addWidget(new BentoMetric(text(u"table.status"), text(shortHealthKey(health)),
-                                     AppTheme::healthColor(health)),
-                     0, 0);
-    tiles->addWidget(
-        new BentoMetric(text(u"table.res"), clip.resolutionLabel(), AppTheme::white(0.92)), 0, 1);
-    tiles->addWidget(new BentoMetric(text(u"table.fps"),
-                                     ClipTableModel::frameRateLabel(clip.frameRate),
-                                     AppTheme::white(0.92)),
-                     1, 0, 1, 2);
+    m_status = new BentoMetric(text(u"table.status"), {}, AppTheme::white(0.92));
+    m_resolution = new BentoMetric(text(u"table.res"), {}, AppTheme::white(0.92));
+    m_frameRate = new BentoMetric(text(u"table.fps"), {}, AppTheme::white(0.92));
+    tiles->addWidget(m_status, 0, 0);
+    tiles->addWidget(m_resolution, 0, 1);
+    tiles->addWidget(m_frameRate, 1, 0, 1, 2);
     tiles->setColumnStretch(0, 2);
     tiles->setColumnStretch(1, 3);
     m_content->addLayout(tiles);
 
+    m_findings = new QWidget;
+    auto *findings = new QVBoxLayout(m_findings);
+    findings->setContentsMargins(0, 0, 0, 0);
+    findings->setSpacing(10);
+    m_content->addWidget(m_findings);
+
+    m_removeAudio = new KitButton(KitButton::Kind::ghost, QStringLiteral("speaker.slash"),
+                                  text(u"audio.remove"));
+    m_removeAudio->setToolTip(text(u"audio.remove.help"));
+    m_removeAudio->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(m_removeAudio, &QAbstractButton::clicked, this, [this] {
+        if (m_shown)
+            m_context.viewModel.stripAudio({m_shown->id});
+    });
+    m_content->addWidget(m_removeAudio);
+    m_detailsBuilt = true;
+}
+
+void ClipCard::fillDetails(const MediaClip &clip, const std::optional<MediaClip> &before)
+{
+    m_name->setText(clip.arenaName);
+    const ClipHealth health = clip.health();
+    m_status->setValue(text(shortHealthKey(health)), AppTheme::healthColor(health));
+    m_resolution->setValue(clip.resolutionLabel(), AppTheme::white(0.92));
+    m_frameRate->setValue(ClipTableModel::frameRateLabel(clip.frameRate), AppTheme::white(0.92));
+    m_removeAudio->setVisible(clip.hasAudio);
+    m_removeAudio->setEnabled(!m_context.viewModel.isConverting());
+
+    if (before && before->issues == clip.issues)
+        return;
+    auto *rows = static_cast<QVBoxLayout *>(m_findings->layout());
+    PanelParts::clear(rows);
     const L10n strings = m_context.strings();
     if (clip.issues.isEmpty()) {
         auto *row = new QHBoxLayout;
@@ -135,32 +171,20 @@ void ClipCard::buildDetails(const MediaClip &clip)
         auto *clean = PanelParts::label(text(u"selected.clean"), 12, 0.85);
         clean->setObjectName(QStringLiteral("selected.clean"));
         row->addWidget(clean, 1);
-        m_content->addLayout(row);
-    } else {
-        for (const ClipIssue &issue : clip.issues) {
-            auto *row = new QHBoxLayout;
-            row->setSpacing(8);
-            const QColor tint = AppTheme::healthColor(issue.severity);
-            row->addWidget(PanelParts::symbol(severitySymbol(issue.severity), tint, 14), 0,
-                           Qt::AlignTop);
-            auto *message = PanelParts::label(issue.localized(strings), 12, 0.85);
-            message->setObjectName(QStringLiteral("selected.issue"));
-            message->setWordWrap(true);
-            row->addWidget(message, 1);
-            m_content->addLayout(row);
-        }
+        rows->addLayout(row);
+        return;
     }
-
-    if (clip.hasAudio) {
-        m_removeAudio = new KitButton(KitButton::Kind::ghost, QStringLiteral("speaker.slash"),
-                                      text(u"audio.remove"));
-        m_removeAudio->setToolTip(text(u"audio.remove.help"));
-        m_removeAudio->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        m_removeAudio->setEnabled(!m_context.viewModel.isConverting());
-        PackViewModel &vm = m_context.viewModel;
-        const QUuid id = clip.id;
-        connect(m_removeAudio, &QAbstractButton::clicked, this, [&vm, id] { vm.stripAudio({id}); });
-        m_content->addWidget(m_removeAudio);
+    for (const ClipIssue &issue : clip.issues) {
+        auto *row = new QHBoxLayout;
+        row->setSpacing(8);
+        const QColor tint = AppTheme::healthColor(issue.severity);
+        row->addWidget(PanelParts::symbol(severitySymbol(issue.severity), tint, 14), 0,
+                       Qt::AlignTop);
+        auto *message = PanelParts::label(issue.localized(strings), 12, 0.85);
+        message->setObjectName(QStringLiteral("selected.issue"));
+        message->setWordWrap(true);
+        row->addWidget(message, 1);
+        rows->addLayout(row);
     }
 }
 

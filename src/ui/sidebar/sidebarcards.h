@@ -131,16 +131,29 @@ public:
 
     bool showsClip() const { return m_shown.has_value(); }
     ClipPreviewView *preview() const { return m_preview; }
-    KitButton *removeAudioButton() const { return m_removeAudio; }
+    // Null unless the shown clip has audio.
+    KitButton *removeAudioButton() const
+    {
+        return m_shown && m_shown->hasAudio ? m_removeAudio.data() : nullptr;
+    }
 
 private:
     void rebuild();
-    void buildDetails(const MediaClip &clip);
+    void buildDetails();
+    void fillDetails(const MediaClip &clip, const std::optional<MediaClip> &before);
     void buildEmpty();
 
     ClipPreviewView *m_preview;
     QVBoxLayout *m_content;
     std::optional<MediaClip> m_shown;
     bool m_shownHintDismissed = false;
+    // The details' widgets, built once and refilled for each clip: a click on another row
+    // must not cost a new set of widgets and a new layout.
+    bool m_detailsBuilt = false;
+    QPointer<QLabel> m_name;
+    QPointer<BentoMetric> m_status;
+    QPointer<BentoMetric> m_resolution;
+    QPointer<BentoMetric> m_frameRate;
+    QPointer<QWidget> m_findings;
     QPointer<KitButton> m_removeAudio;
 };
