@@ -8,20 +8,13 @@ set -euo pipefail
 out="${1:?usage: make_convert_fixtures.sh <output folder> <rotation tool>}"
 rotate="${2:?usage: make_convert_fixtures.sh <output folder> <rotation tool>}"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
-stamp="$out/.complete"
-sum="$(sha256sum "$here/make_convert_fixtures.sh" "$here/rotatefixture.cpp" | sha256sum | cut -d' ' -f1)"
-if [[ -f "$stamp" && "$(cat "$stamp")" == "$sum" ]]; then
-    exit 0
-fi
-rm -rf "$out"
-mkdir -p "$out"
-cd "$out"
+# shellcheck source=../../support/fixturelib.sh
+source "$here/../../support/fixturelib.sh"
+fixture_begin "$out" "$here/make_convert_fixtures.sh" "$here/rotatefixture.cpp"
 
-ff() { ffmpeg -nostdin -hide_banner -loglevel error -y "$@"; }
 # testsrc keeps odd sizes exactly (testsrc2 would round them).
 pattern() { echo "testsrc=size=$1:rate=${2:-25}:duration=${3:-2}"; }
 tone() { echo "sine=frequency=${1:-440}:sample_rate=48000:duration=${2:-2}"; }
-x264=(-c:v libx264 -preset ultrafast -pix_fmt yuv420p)
 
 # Movies: 2 s at 320×180, small enough that every test converts in a fraction of a second.
 ff -f lavfi -i "$(pattern 320x180)" -f lavfi -i "$(tone)" "${x264[@]}" -c:a aac -ac 2 av.mov
@@ -128,4 +121,4 @@ if ffprobe -v error headless.mov >/dev/null 2>&1; then
     exit 1
 fi
 
-echo "$sum" >"$stamp"
+fixture_done
