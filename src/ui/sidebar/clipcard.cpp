@@ -10,6 +10,7 @@
 #include "ui/kitbuttons.h"
 #include "ui/kitwidgets.h"
 #include "ui/motion.h"
+#include "ui/symbols.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -130,6 +131,7 @@ void ClipCard::buildDetails()
     tiles->setColumnStretch(1, 3);
     m_content->addLayout(tiles);
 
+    m_findingLines.clear();
     m_findings = new QWidget;
     auto *findings = new QVBoxLayout(m_findings);
     findings->setContentsMargins(0, 0, 0, 0);
@@ -160,32 +162,47 @@ void ClipCard::fillDetails(const MediaClip &clip, const std::optional<MediaClip>
 
     if (before && before->issues == clip.issues)
         return;
-    auto *rows = static_cast<QVBoxLayout *>(m_findings->layout());
-    PanelParts::clear(rows);
     const L10n strings = m_context.strings();
+    const auto fill = [&](FindingLine &line, const QString &symbol, const QColor &tint,
+                          const QString &text, const QString &role) {
+        line.icon->setPixmap(Symbols::pixmap(symbol, tint, 14, line.icon->devicePixelRatioF()));
+        line.text->setText(text);
+        line.text->setObjectName(role);
+        line.row->show();
+    };
+    qsizetype used = 0;
     if (clip.issues.isEmpty()) {
-        auto *row = new QHBoxLayout;
-        row->setSpacing(8);
-        row->addWidget(
-            PanelParts::symbol(QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen, 14));
-        auto *clean = PanelParts::label(text(u"selected.clean"), 12, 0.85);
-        clean->setObjectName(QStringLiteral("selected.clean"));
-        row->addWidget(clean, 1);
-        rows->addLayout(row);
-        return;
+        fill(findingLine(used++), QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen,
+             text(u"selected.clean"), QStringLiteral("selected.clean"));
     }
     for (const ClipIssue &issue : clip.issues) {
-        auto *row = new QHBoxLayout;
-        row->setSpacing(8);
-        const QColor tint = AppTheme::healthColor(issue.severity);
-        row->addWidget(PanelParts::symbol(severitySymbol(issue.severity), tint, 14), 0,
-                       Qt::AlignTop);
-        auto *message = PanelParts::label(issue.localized(strings), 12, 0.85);
-        message->setObjectName(QStringLiteral("selected.issue"));
-        message->setWordWrap(true);
-        row->addWidget(message, 1);
-        rows->addLayout(row);
+        fill(findingLine(used++), severitySymbol(issue.severity),
+             AppTheme::healthColor(issue.severity), issue.localized(strings),
+             QStringLiteral("selected.issue"));
     }
+    for (qsizetype i = used; i < m_findingLines.size(); ++i) {
+        m_findingLines[i].row->hide();
+        m_findingLines[i].text->setObjectName({}); // a hidden line is no finding
+    }
+}
+
+ClipCard::FindingLine &ClipCard::findingLine(qsizetype index)
+{
+    while (m_findingLines.size() <= index) {
+        auto *row = new QWidget;
+        auto *line = new QHBoxLayout(row);
+        line->setContentsMargins(0, 0, 0, 0);
+        line->setSpacing(8);
+        QLabel *icon =
+            PanelParts::symbol(QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen, 14);
+        line->addWidget(icon, 0, Qt::AlignTop);
+        QLabel *message = PanelParts::label({}, 12, 0.85);
+        message->setWordWrap(true);
+        line->addWidget(message, 1);
+        m_findings->layout()->addWidget(row);
+        m_findingLines.append({row, icon, message});
+    }
+    return m_findingLines[index];
 }
 
 void ClipCard::buildEmpty()

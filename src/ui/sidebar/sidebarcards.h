@@ -155,5 +155,15 @@ private:
     QPointer<BentoMetric> m_resolution;
     QPointer<BentoMetric> m_frameRate;
     QPointer<QWidget> m_findings;
+    // One line per finding (or the clean line), kept and refilled: new labels cost more than
+    // a click can spend.
+    struct FindingLine {
+        QWidget *row;
+        QLabel *icon;
+        QLabel *text;
+    };
+    QList<FindingLine> m_findingLines;
     QPointer<KitButton> m_removeAudio;
+
+    FindingLine &findingLine(qsizetype index);
 };
