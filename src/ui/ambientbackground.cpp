@@ -93,6 +93,21 @@ void AmbientBackground::rebuild()
     }
 }
 
+std::array<QPoint, 3> AmbientBackground::glowPositions() const
+{
+    const double t = m_frozen ? 0.0 : m_clock.elapsed() / 1000.0;
+    std::array<QPoint, 3> at;
+    for (int i = 0; i < 3; ++i) {
+        const Glow &g = kGlows[i];
+        const double cx = width() * (g.x + kDrift * std::sin(t * g.speedX + i));
+        const double cy = height() * (g.y + kDrift * std::cos(t * g.speedY + 2 * i));
+        const QPixmap &pm = m_glows[i];
+        at[i] = QPoint(static_cast<int>(std::lround(cx - pm.width() / 2.0)),
+                       static_cast<int>(std::lround(cy - pm.height() / 2.0)));
+    }
+    return at;
+}
+
 void AmbientBackground::paintEvent(QPaintEvent *event)
 {
     if (m_base.size() != size())
@@ -100,14 +115,9 @@ void AmbientBackground::paintEvent(QPaintEvent *event)
     QPainter p(this);
     p.setClipRegion(event->region());
     p.drawPixmap(0, 0, m_base);
-    const double t = m_frozen ? 0.0 : m_clock.elapsed() / 1000.0;
-    for (int i = 0; i < 3; ++i) {
-        const Glow &g = kGlows[i];
-        const double cx = width() * (g.x + kDrift * std::sin(t * g.speedX + i));
-        const double cy = height() * (g.y + kDrift * std::cos(t * g.speedY + 2 * i));
-        const QPixmap &pm = m_glows[i];
-        p.drawPixmap(QPointF(cx - pm.width() / 2.0, cy - pm.height() / 2.0), pm);
-    }
+    m_painted = glowPositions();
+    for (int i = 0; i < 3; ++i)
+        p.drawPixmap(m_painted[i], m_glows[i]);
 }
 
 QRegion AmbientBackground::exposedRegion() const
@@ -134,7 +144,9 @@ void AmbientBackground::timerEvent(QTimerEvent *event)
         QWidget::timerEvent(event);
         return;
     }
-    update(exposedRegion());
+    // The glows drift a few pixels a second: most ticks would paint the same picture again.
+    if (glowPositions() != m_painted)
+        update(exposedRegion());
 }
 
 void AmbientBackground::showEvent(QShowEvent *event)

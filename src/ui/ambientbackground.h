@@ -5,6 +5,8 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <array>
+
 // The window's backdrop: a vertical gradient over `ink` with three soft green glows drifting
 // slowly. It redraws about 30 times a second, but only while it is on screen, and only the
 // parts no opaque card covers; the glows are pre-rendered once per size, so a frame is three
@@ -37,6 +39,8 @@ private:
     bool m_frozen = false;
     QBasicTimer m_timer;
     QElapsedTimer m_clock;
+    std::array<QPoint, 3> m_painted{}; // where the glows were last drawn
+    std::array<QPoint, 3> glowPositions() const;
     QPixmap m_base;
     QPixmap m_glows[3];
 };

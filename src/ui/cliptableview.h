@@ -52,6 +52,7 @@ private:
     ClipTableModel *m_model;
     ClipTableDelegate *m_delegate;
     QVariantAnimation m_pulse;
+    qreal m_shownGlow = -1; // the last glow step painted
     bool m_pulseFrozen = false;
     int m_hoverRow = -1;
     bool m_syncingSelection = false;

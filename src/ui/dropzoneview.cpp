@@ -13,6 +13,8 @@
 #include <QRadialGradient>
 #include <QVBoxLayout>
 
+#include <cmath>
+
 namespace {
 
 constexpr int kMaxWidth = 560;
@@ -36,7 +38,12 @@ public:
         });
         QObject::connect(&m_breath, &QVariantAnimation::valueChanged, this,
                          [this](const QVariant &v) {
-                             m_scale = v.toReal();
+                             // The icon grows by little more than two pixels: a quarter pixel
+                             // per repaint is smooth, and far fewer repaints than one a frame.
+                             const qreal scale = std::round(v.toReal() * 46 * 4) / (46 * 4);
+                             if (scale == m_scale)
+                                 return;
+                             m_scale = scale;
                              update();
                          });
     }
@@ -49,14 +56,22 @@ public:
 protected:
     void paintEvent(QPaintEvent *) override
     {
+        const QPointF c = QRectF(rect()).center();
+        if (m_glow.size() != size()) { // a radial fill per frame is the costly part: once
+            QImage glowImage(size(), QImage::Format_ARGB32_Premultiplied);
+            glowImage.fill(Qt::transparent);
+            QPainter g(&glowImage);
+            QRadialGradient glow(c, 90);
+            glow.setColorAt(0.05, AppTheme::withAlpha(AppTheme::accentGreen, 0.4 * 0.55));
+            glow.setColorAt(0.5, AppTheme::withAlpha(AppTheme::accentGreen, 0.12 * 0.5));
+            glow.setColorAt(1, AppTheme::withAlpha(AppTheme::accentGreen, 0));
+            g.fillRect(glowImage.rect(), glow);
+            g.end();
+            m_glow = QPixmap::fromImage(glowImage);
+        }
         QPainter p(this);
         p.setRenderHint(QPainter::Antialiasing);
-        const QPointF c = QRectF(rect()).center();
-        QRadialGradient glow(c, 90);
-        glow.setColorAt(0.05, AppTheme::withAlpha(AppTheme::accentGreen, 0.4 * 0.55));
-        glow.setColorAt(0.5, AppTheme::withAlpha(AppTheme::accentGreen, 0.12 * 0.5));
-        glow.setColorAt(1, AppTheme::withAlpha(AppTheme::accentGreen, 0));
-        p.fillRect(rect(), glow);
+        p.drawPixmap(0, 0, m_glow);
         const qreal side = 46 * m_scale;
         Symbols::paint(&p, QStringLiteral("film.stack"), AppTheme::accentGreen,
                        QRectF(c.x() - side / 2, c.y() - side / 2, side, side));
@@ -70,6 +85,7 @@ protected:
 
 private:
     QVariantAnimation m_breath;
+    QPixmap m_glow;
     qreal m_scale = 1.0;
     bool m_frozen = false;
 };
