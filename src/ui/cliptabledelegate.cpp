@@ -69,10 +69,27 @@ void ClipTableDelegate::paintText(QPainter *painter, const QRect &cell, const QS
                                   const QFont &font, const QColor &color, Qt::Alignment align) const
 {
     const QRect r = cell.adjusted(kCellPadding, 0, -kCellPadding, 0);
+    if (r.width() <= 0 || text.isEmpty())
+        return;
+    const QString key = font.key() + QChar(0x1f) + QString::number(r.width()) + QChar(0x1f) + text;
+    QStaticText *laidOut = m_texts.object(key);
+    if (!laidOut) {
+        laidOut = new QStaticText(QFontMetrics(font).elidedText(text, Qt::ElideRight, r.width()));
+        laidOut->setTextFormat(Qt::PlainText); // a name is never markup
+        laidOut->setPerformanceHint(QStaticText::AggressiveCaching);
+        laidOut->prepare(QTransform(), font);
+        m_texts.insert(key, laidOut);
+    }
+    const QSizeF size = laidOut->size();
+    qreal x = r.left();
+    if (align & Qt::AlignRight)
+        x = r.right() + 1 - size.width();
+    else if (align & Qt::AlignHCenter)
+        x = r.left() + (r.width() - size.width()) / 2;
+    const qreal y = r.top() + (r.height() - size.height()) / 2;
     painter->setFont(font);
     painter->setPen(color);
-    painter->drawText(r, align | Qt::AlignVCenter,
-                      QFontMetrics(font).elidedText(text, Qt::ElideRight, r.width()));
+    painter->drawStaticText(QPointF(x, y), *laidOut);
 }
 
 void ClipTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,

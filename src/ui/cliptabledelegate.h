@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QCache>
 #include <QFont>
+#include <QStaticText>
 #include <QStyledItemDelegate>
 
 class ClipThumbs;
@@ -46,4 +48,7 @@ private:
     QFont m_mono;
     QFont m_codec;
     QFont m_badge;
+    // Cell texts elided to their width and laid out once: rows are repainted far more often
+    // (selection, pulses, thumbnails arriving, scrolling back) than their texts change.
+    mutable QCache<QString, QStaticText> m_texts{4096};
 };

@@ -164,21 +164,23 @@ void ClipCard::fillDetails(const MediaClip &clip, const std::optional<MediaClip>
         return;
     const L10n strings = m_context.strings();
     const auto fill = [&](FindingLine &line, const QString &symbol, const QColor &tint,
-                          const QString &text, const QString &role) {
+                          const QString &text, bool clean) {
         line.icon->setPixmap(Symbols::pixmap(symbol, tint, 14, line.icon->devicePixelRatioF()));
         line.text->setText(text);
-        line.text->setObjectName(role);
+        if (clean)
+            line.text->setObjectName(QStringLiteral("selected.clean"));
+        else
+            line.text->setObjectName(QStringLiteral("selected.issue"));
         line.row->show();
     };
     qsizetype used = 0;
     if (clip.issues.isEmpty()) {
         fill(findingLine(used++), QStringLiteral("checkmark.seal.fill"), AppTheme::accentGreen,
-             text(u"selected.clean"), QStringLiteral("selected.clean"));
+             text(u"selected.clean"), true);
     }
     for (const ClipIssue &issue : clip.issues) {
         fill(findingLine(used++), severitySymbol(issue.severity),
-             AppTheme::healthColor(issue.severity), issue.localized(strings),
-             QStringLiteral("selected.issue"));
+             AppTheme::healthColor(issue.severity), issue.localized(strings), false);
     }
     for (qsizetype i = used; i < m_findingLines.size(); ++i) {
         m_findingLines[i].row->hide();
