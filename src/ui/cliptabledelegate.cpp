@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 
 namespace {
 constexpr int kCellPadding = 4;
@@ -138,35 +139,52 @@ void ClipTableDelegate::paintThumb(QPainter *painter, const QRect &cell,
                                    const QModelIndex &index) const
 {
     const int side = thumbSide();
-    const QRectF box(cell.left() + (cell.width() - side) / 2.0,
-                     cell.top() + (cell.height() - side) / 2.0, side, side);
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    QPainterPath rounded;
-    rounded.addRoundedRect(box, 8, 8);
-    painter->fillPath(rounded, AppTheme::white(0.06));
+    const QPointF topLeft(cell.left() + (cell.width() - side) / 2.0,
+                          cell.top() + (cell.height() - side) / 2.0);
     const QImage image = m_thumbs.imageFor(index.data(ClipTableModel::PathRole).toString());
-    if (!image.isNull()) {
-        // Fill the square and crop the overflow, centred, like an aspect-fill layer.
-        const QSizeF scaled =
-            QSizeF(image.size()).scaled(box.size(), Qt::KeepAspectRatioByExpanding);
-        const QRectF target(box.center().x() - scaled.width() / 2,
-                            box.center().y() - scaled.height() / 2, scaled.width(),
-                            scaled.height());
-        painter->setClipPath(rounded);
-        painter->setRenderHint(QPainter::SmoothPixmapTransform);
-        painter->drawImage(target, image);
-        painter->setClipping(false);
-    } else {
-        const bool still = index.data(ClipTableModel::IsImageRole).toBool();
-        Symbols::paint(painter, still ? QStringLiteral("photo") : QStringLiteral("film"),
-                       AppTheme::white(0.3),
-                       QRectF(box.center().x() - 6, box.center().y() - 6, 12, 12));
+    const bool still = index.data(ClipTableModel::IsImageRole).toBool();
+    const qreal dpr = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
+    // The rounded, cropped and smoothly scaled tile is drawn once per picture and size: rows
+    // repaint on every selection, pulse and scroll, and scaling each time was a fifth of it.
+    const QString key = QStringLiteral("cuebox.thumb|%1|%2|%3|%4")
+                            .arg(side)
+                            .arg(dpr)
+                            .arg(image.isNull() ? 0 : image.cacheKey())
+                            .arg(still ? 1 : 0);
+    QPixmap tile;
+    if (!QPixmapCache::find(key, &tile)) {
+        tile = QPixmap(QSize(side, side) * dpr);
+        tile.setDevicePixelRatio(dpr);
+        tile.fill(Qt::transparent);
+        QPainter p(&tile);
+        p.setRenderHint(QPainter::Antialiasing);
+        const QRectF box(0, 0, side, side);
+        QPainterPath rounded;
+        rounded.addRoundedRect(box, 8, 8);
+        p.fillPath(rounded, AppTheme::white(0.06));
+        if (!image.isNull()) {
+            // Fill the square and crop the overflow, centred, like an aspect-fill layer.
+            const QSizeF scaled =
+                QSizeF(image.size()).scaled(box.size(), Qt::KeepAspectRatioByExpanding);
+            const QRectF target(box.center().x() - scaled.width() / 2,
+                                box.center().y() - scaled.height() / 2, scaled.width(),
+                                scaled.height());
+            p.setClipPath(rounded);
+            p.setRenderHint(QPainter::SmoothPixmapTransform);
+            p.drawImage(target, image);
+            p.setClipping(false);
+        } else {
+            Symbols::paint(&p, still ? QStringLiteral("photo") : QStringLiteral("film"),
+                           AppTheme::white(0.3),
+                           QRectF(box.center().x() - 6, box.center().y() - 6, 12, 12));
+        }
+        p.setPen(QPen(AppTheme::white(0.1), 1));
+        p.setBrush(Qt::NoBrush);
+        p.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
+        p.end();
+        QPixmapCache::insert(key, tile);
     }
-    painter->setPen(QPen(AppTheme::white(0.1), 1));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
-    painter->restore();
+    painter->drawPixmap(topLeft, tile);
 }
 
 void ClipTableDelegate::paintHealth(QPainter *painter, const QRect &cell,
