@@ -88,16 +88,6 @@ FrameHandle decodeUntil(InputFile &input, const AVStream *stream, AVCodecContext
     return shown;
 }
 
-// The display matrix without its scale, so that turning the picture never resizes it.
-QTransform displayTurn(const AVStream *stream)
-{
-    const std::optional<DisplayMatrix> m = StreamFacts::displayMatrix(stream);
-    if (!m)
-        return {};
-    const double scale = std::sqrt(std::abs(m->a * m->d - m->b * m->c));
-    return QTransform(m->a / scale, m->b / scale, m->c / scale, m->d / scale, 0, 0);
-}
-
 QImage toImage(const AVFrame *frame, QSizeF shown, QSize box, const QTransform &turn)
 {
     // Fit the turned picture into the box, then scale the unturned frame to the matching size.
@@ -154,7 +144,7 @@ QImage frameAt(const QString &path, double seconds, QSize box, std::stop_token s
     const AVRational pixel = frame->sample_aspect_ratio;
     const double pixelAspect = pixel.num > 0 && pixel.den > 0 ? av_q2d(pixel) : 1.0;
     const QSizeF shown(frame->width * pixelAspect, frame->height);
-    return toImage(frame.get(), shown, box, displayTurn(stream));
+    return toImage(frame.get(), shown, box, StreamFacts::displayTurn(stream));
 }
 
 } // namespace FrameGrabber

@@ -17,15 +17,6 @@ using namespace std::chrono_literals;
 constexpr auto kReadBudget = 5s;
 constexpr int kMaxDecodeErrors = 50;
 
-QTransform displayTurn(const AVStream *stream)
-{
-    const std::optional<DisplayMatrix> m = StreamFacts::displayMatrix(stream);
-    if (!m)
-        return {};
-    const double scale = std::sqrt(std::abs(m->a * m->d - m->b * m->c));
-    return QTransform(m->a / scale, m->b / scale, m->c / scale, m->d / scale, 0, 0);
-}
-
 } // namespace
 
 struct PreviewDecoder::State {
@@ -108,7 +99,7 @@ std::unique_ptr<PreviewDecoder> PreviewDecoder::open(const QString &path, QSize 
     if (avcodec_open2(state->decoder.get(), codec, nullptr) < 0)
         return nullptr;
     state->box = box;
-    state->turn = displayTurn(state->stream);
+    state->turn = StreamFacts::displayTurn(state->stream);
     return std::unique_ptr<PreviewDecoder>(new PreviewDecoder(std::move(state)));
 }
 
