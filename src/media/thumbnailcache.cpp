@@ -17,7 +17,10 @@ ThumbnailCache::~ThumbnailCache()
     // Loads check the stop token; after this no load refers to the cache any more. Results
     // already queued for it are dropped with the object.
     m_stop.request_stop();
-    m_pool.clear();
+    {
+        QMutexLocker lock(&m_queueLock);
+        m_queue.clear();
+    }
     m_pool.waitForDone();
 }
 
@@ -51,23 +54,44 @@ QString ThumbnailCache::cacheKey(const QString &path)
     return path + u'|' + time + u'|' + QString::number(size);
 }
 
-void ThumbnailCache::request(const QString &path)
+void ThumbnailCache::request(const QString &path, const QString &key)
 {
-    const QString key = cacheKey(path);
     if (m_memory.contains(key) || m_inflight.contains(key))
         return;
     m_inflight.insert(key);
-    // The worker may use `this`: the destructor waits for it. It gets a copy of the generator so
-    // that nothing of the cache is shared while it runs.
-    m_pool.start([this, generator = m_generator, stop = m_stop.get_token(), path, key] {
-        QImage image = stop.stop_requested() ? QImage() : generator(path, stop);
+    QMutexLocker lock(&m_queueLock);
+    m_queue.push_back({path, key});
+    if (m_draining >= kLoadThreads)
+        return;
+    ++m_draining;
+    // The worker may use `this`: the destructor empties the queue and waits for it.
+    m_pool.start([this, stop = m_stop.get_token()] { drainQueue(stop); });
+}
+
+void ThumbnailCache::drainQueue(std::stop_token stop)
+{
+    // A copy of the generator, so that nothing of the cache is shared while a load runs.
+    const Generator generator = m_generator;
+    for (;;) {
+        Load load;
+        {
+            QMutexLocker lock(&m_queueLock);
+            if (m_queue.empty() || stop.stop_requested()) {
+                --m_draining;
+                return;
+            }
+            load = std::move(m_queue.back());
+            m_queue.pop_back();
+        }
+        QImage image = generator(load.path, stop);
         if (stop.stop_requested())
-            return;
+            continue; // the next turn finds the queue emptied and leaves
         // Queued to the cache's thread: memory and the in-flight set are only touched there.
         QMetaObject::invokeMethod(
-            this, [this, key, image = std::move(image)] { store(key, image); },
+            this,
+            [this, key = std::move(load.key), image = std::move(image)] { store(key, image); },
             Qt::QueuedConnection);
-    });
+    }
 }
 
 QImage ThumbnailCache::imageForKey(const QString &key) const

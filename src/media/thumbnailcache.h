@@ -8,6 +8,9 @@
 #include <QSet>
 #include <QThreadPool>
 
+#include <QMutex>
+
+#include <deque>
 #include <functional>
 #include <stop_token>
 
@@ -39,8 +42,12 @@ public:
     // Makes sure the file's thumbnail will be in memory; thumbnailReady(key) follows when a new
     // one is stored. Nothing happens while the same key is loading or already stored. A failed
     // load is not retried until the next request.
-    void request(const QString &path);
+    // Waiting loads run newest first: the rows on screen now come before rows that scrolled
+    // away while their loads waited.
+    void request(const QString &path) { request(path, cacheKey(path)); }
     void request(const MediaClip &clip) { request(clip.sourcePath()); }
+    // For a caller that already holds the file's key: no second look at the file.
+    void request(const QString &path, const QString &key);
 
     // The stored thumbnail of the file as it is now on disk, null when there is none yet.
     QImage image(const QString &path) const { return imageForKey(cacheKey(path)); }
@@ -56,10 +63,21 @@ Q_SIGNALS:
 
 private:
     void store(const QString &key, const QImage &image);
+    void drainQueue(std::stop_token stop);
+
+    struct Load {
+        QString path;
+        QString key;
+    };
 
     Generator m_generator;
     mutable QCache<QString, QImage> m_memory; // reading refreshes a picture's place in the LRU
     QSet<QString> m_inflight;
     std::stop_source m_stop; // ends loads still running when the cache goes away
+    // Loads wait here and a few pool threads drain them: one wake-up per burst of rows, not one
+    // per row, which a scroll step paid for every picture it asked for.
+    QMutex m_queueLock;
+    std::deque<Load> m_queue;
+    int m_draining = 0; // pool threads taking from the queue; under m_queueLock
     QThreadPool m_pool;
 };

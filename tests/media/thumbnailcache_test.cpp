@@ -237,6 +237,53 @@ TEST(ThumbnailCache, LoadsRunOnTheirOwnBoundedPool)
     EXPECT_EQ(most.load(), ThumbnailCache::kLoadThreads);
 }
 
+TEST(ThumbnailCache, WaitingLoadsRunNewestFirst)
+{
+    // Both pool threads are held on a and b while c, d and e wait in the queue; then a's thread
+    // alone is let go and takes the waiting loads one by one.
+    std::mutex lock;
+    std::condition_variable_any changed;
+    QStringList started;
+    QSet<QString> held = {"/rows/a.mov", "/rows/b.mov"};
+    ThumbnailCache cache([&](const QString &path, std::stop_token stop) {
+        std::unique_lock guard(lock);
+        started.append(path);
+        changed.notify_all();
+        changed.wait(guard, stop, [&] { return !held.contains(path); });
+        return QImage(8, 8, QImage::Format_ARGB32);
+    });
+    const auto startedCount = [&] {
+        std::lock_guard guard(lock);
+        return started.size();
+    };
+    const auto release = [&](const QString &path) {
+        {
+            std::lock_guard guard(lock);
+            held.remove(path);
+        }
+        changed.notify_all();
+    };
+    QStringList keys;
+    for (const QString name : {"a", "b", "c", "d", "e"}) {
+        const QString path = "/rows/" + name + ".mov";
+        // The keyed request takes the caller's key as it is, without looking at the file.
+        const QString key = path + "|1.0|7";
+        cache.request(path, key);
+        keys.append(key);
+        if (keys.size() == 2) {
+            ASSERT_TRUE(QTest::qWaitFor([&] { return startedCount() == 2; }, 5'000));
+        }
+    }
+    release("/rows/a.mov");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return startedCount() == 5; }, 5'000));
+    release("/rows/b.mov");
+    ASSERT_TRUE(settle(cache, keys));
+    EXPECT_EQ(QStringList(started.mid(2)),
+              QStringList({"/rows/e.mov", "/rows/d.mov", "/rows/c.mov"}));
+    EXPECT_FALSE(cache.imageForKey(keys.last()).isNull());
+    EXPECT_TRUE(cache.image("/rows/e.mov").isNull()); // its real key differs: the file is gone
+}
+
 TEST(ThumbnailCache, GoingAwayDuringLoadsDoesNotWaitForThem)
 {
     CountingGenerator counting;
