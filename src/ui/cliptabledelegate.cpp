@@ -66,13 +66,29 @@ QSize ClipTableDelegate::sizeHint(const QStyleOptionViewItem &, const QModelInde
     return {columnWidth(index.column(), m_compact), rowHeight()};
 }
 
+const QFont &ClipTableDelegate::font(Face face) const
+{
+    switch (face) {
+    case Face::cue:
+        return m_cue;
+    case Face::mono:
+        return m_mono;
+    case Face::codec:
+        return m_codec;
+    case Face::body:
+        break;
+    }
+    return m_body;
+}
+
 void ClipTableDelegate::paintText(QPainter *painter, const QRect &cell, const QString &text,
-                                  const QFont &font, const QColor &color, Qt::Alignment align) const
+                                  Face face, const QColor &color, Qt::Alignment align) const
 {
     const QRect r = cell.adjusted(kCellPadding, 0, -kCellPadding, 0);
     if (r.width() <= 0 || text.isEmpty())
         return;
-    const QString key = font.key() + QChar(0x1f) + QString::number(r.width()) + QChar(0x1f) + text;
+    const QString key = QChar(u'0' + int(face)) + QString::number(r.width()) + QChar(0x1f) + text;
+    const QFont &font = this->font(face);
     QStaticText *laidOut = m_texts.object(key);
     if (!laidOut) {
         laidOut = new QStaticText(QFontMetrics(font).elidedText(text, Qt::ElideRight, r.width()));
@@ -107,28 +123,28 @@ void ClipTableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
         paintThumb(painter, cell, index);
         return;
     case ClipTableModel::CueColumn:
-        paintText(painter, cell, index.data().toString(), m_cue, AppTheme::white(0.4));
+        paintText(painter, cell, index.data().toString(), Face::cue, AppTheme::white(0.4));
         return;
     case ClipTableModel::HealthColumn:
         paintHealth(painter, cell, index);
         return;
     case ClipTableModel::NameColumn:
-        paintText(painter, cell, index.data().toString(), m_mono, AppTheme::white(0.92));
+        paintText(painter, cell, index.data().toString(), Face::mono, AppTheme::white(0.92));
         return;
     case ClipTableModel::OriginalColumn:
-        paintText(painter, cell, index.data().toString(), m_body, AppTheme::white(0.4));
+        paintText(painter, cell, index.data().toString(), Face::body, AppTheme::white(0.4));
         return;
     case ClipTableModel::ResolutionColumn:
     case ClipTableModel::DurationColumn:
     case ClipTableModel::FrameRateColumn:
-        paintText(painter, cell, index.data().toString(), m_body, AppTheme::white(0.8));
+        paintText(painter, cell, index.data().toString(), Face::body, AppTheme::white(0.8));
         return;
     case ClipTableModel::CodecColumn:
-        paintText(painter, cell, index.data().toString(), m_codec,
+        paintText(painter, cell, index.data().toString(), Face::codec,
                   AppTheme::withAlpha(AppTheme::accentGreen, 0.95));
         return;
     case ClipTableModel::SizeColumn:
-        paintText(painter, cell, index.data().toString(), m_body, AppTheme::white(0.45));
+        paintText(painter, cell, index.data().toString(), Face::body, AppTheme::white(0.45));
         return;
     default:
         return;

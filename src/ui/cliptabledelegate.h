@@ -37,7 +37,11 @@ public:
 private:
     void paintThumb(QPainter *painter, const QRect &cell, const QModelIndex &index) const;
     void paintHealth(QPainter *painter, const QRect &cell, const QModelIndex &index) const;
-    void paintText(QPainter *painter, const QRect &cell, const QString &text, const QFont &font,
+    // The fonts cells are set in; the laid-out texts are keyed by this, not by the font's
+    // description, which costs more to write out than the cached text saves.
+    enum class Face { body, cue, mono, codec };
+    const QFont &font(Face face) const;
+    void paintText(QPainter *painter, const QRect &cell, const QString &text, Face face,
                    const QColor &color, Qt::Alignment align = Qt::AlignLeft) const;
 
     ClipThumbs &m_thumbs;

@@ -30,9 +30,21 @@ QImage ClipThumbs::imageFor(const QString &path)
     QImage image = m_cache.imageForKey(key);
     if (image.isNull() && !m_requested.contains(key)) {
         m_requested.insert(key);
-        m_cache.request(path);
+        if (m_toLoad.isEmpty())
+            QMetaObject::invokeMethod(this, &ClipThumbs::startLoads, Qt::QueuedConnection);
+        m_toLoad.append(key);
     }
     return image;
+}
+
+void ClipThumbs::startLoads()
+{
+    const QList<QString> keys = std::exchange(m_toLoad, {});
+    for (const QString &key : keys) {
+        const auto it = m_pathByKey.constFind(key);
+        if (it != m_pathByKey.constEnd()) // not forgotten in the meantime
+            m_cache.request(*it, key);
+    }
 }
 
 void ClipThumbs::forget()
@@ -40,4 +52,5 @@ void ClipThumbs::forget()
     m_keyByPath.clear();
     m_pathByKey.clear();
     m_requested.clear();
+    m_toLoad.clear();
 }

@@ -17,7 +17,8 @@ class ClipThumbs final : public QObject
 public:
     explicit ClipThumbs(ThumbnailCache &cache, QObject *parent = nullptr);
 
-    // The picture if the cache has it; otherwise starts a load (once) and returns null.
+    // The picture if the cache has it; otherwise asks for a load (once) and returns null. The
+    // loads asked for while a frame paints start after it, all together.
     QImage imageFor(const QString &path);
     // The pack changed: files may have been touched, and failed loads may be tried again.
     void forget();
@@ -28,9 +29,11 @@ Q_SIGNALS:
 
 private:
     QString keyFor(const QString &path);
+    void startLoads();
 
     ThumbnailCache &m_cache;
     QHash<QString, QString> m_keyByPath;
     QHash<QString, QString> m_pathByKey;
     QSet<QString> m_requested;
+    QList<QString> m_toLoad; // keys asked for since the last startLoads()
 };
