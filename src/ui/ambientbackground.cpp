@@ -113,7 +113,9 @@ void AmbientBackground::paintEvent(QPaintEvent *event)
     if (m_base.size() != size())
         rebuild();
     QPainter p(this);
-    p.setClipRegion(event->region());
+    // Card faces are opaque and paint over all of this: a click that repaints a card then
+    // costs only its corners and shadow here.
+    p.setClipRegion(event->region() & exposedRegion());
     p.drawPixmap(0, 0, m_base);
     m_painted = glowPositions();
     for (int i = 0; i < 3; ++i)
@@ -129,11 +131,14 @@ QRegion AmbientBackground::exposedRegion() const
             continue;
         // Inset by the corner so the rounded corners, which show the backdrop, still redraw;
         // only the part on screen counts (a card scrolled half out of a list covers less).
-        const QRect face = card->faceRect().adjusted(14, 14, -14, -14).toRect();
-        if (face.isEmpty())
-            continue;
-        const QRegion covered = card->visibleRegion() & QRegion(face);
-        region -= covered.translated(card->mapTo(this, QPoint(0, 0)));
+        // What sits on the face (an opaque list, say) covers it as well, so the face is clipped
+        // by the card's ancestors only.
+        QRect face = card->faceRect().adjusted(14, 14, -14, -14).toRect();
+        const QWidget *w = card;
+        for (; w && w != this && !face.isEmpty(); w = w->parentWidget())
+            face = face.translated(w->pos()) & w->parentWidget()->rect();
+        if (w == this && !face.isEmpty())
+            region -= face;
     }
     return region;
 }

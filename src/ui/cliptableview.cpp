@@ -71,7 +71,11 @@ ClipTableView::ClipTableView(const UiContext &context, QWidget *parent)
     setDefaultDropAction(Qt::MoveAction);
     setDragDropOverwriteMode(false);
     setDropIndicatorShown(true);
+    // The list sits well inside its card's opaque face, so it fills with the face's colour
+    // itself: a repaint of the rows then skips the backdrop and the card beneath them, which
+    // cost as much as the rows.
     viewport()->setAutoFillBackground(false);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     setAutoFillBackground(false);
     QPalette pal = palette();
     pal.setColor(QPalette::Base, Qt::transparent);
@@ -224,6 +228,7 @@ void ClipTableView::paintEvent(QPaintEvent *event)
     // under the cells, which the delegate paints without backgrounds.
     {
         QPainter p(viewport());
+        p.fillRect(event->rect(), AppTheme::panel);
         p.setRenderHint(QPainter::Antialiasing);
         const int first = rowAt(event->rect().top());
         int last = rowAt(event->rect().bottom());
