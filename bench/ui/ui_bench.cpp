@@ -131,6 +131,22 @@ QImage fakeThumbnail(const QString &path)
     return image;
 }
 
+// The same fixed piece of painting every time: its spread, measured between the frames above,
+// shows how much of a slow frame is this shared machine rather than the window.
+qint64 fixedWorkNs(QImage &canvas)
+{
+    QElapsedTimer clock;
+    clock.start();
+    QPainter p(&canvas);
+    QLinearGradient gradient(0, 0, canvas.width(), canvas.height());
+    gradient.setColorAt(0, Qt::darkGreen);
+    gradient.setColorAt(1, Qt::black);
+    for (int i = 0; i < 6; ++i)
+        p.fillRect(canvas.rect(), gradient);
+    p.end();
+    return clock.nsecsElapsed();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -204,7 +220,8 @@ int main(int argc, char **argv)
 
     PaintCounter tablePaints;
     viewport->installEventFilter(&tablePaints);
-    Frames selection, selectionEvents, selectionTable;
+    Frames selection, selectionEvents, selectionTable, control;
+    QImage canvas(800, 600, QImage::Format_ARGB32_Premultiplied);
     QRandomGenerator random(42);
     for (int i = 0; i < 300; ++i) {
         const MediaClip &clip = vm.clips()[random.bounded(count)];
@@ -218,6 +235,7 @@ int main(int argc, char **argv)
         selection.add(clock.nsecsElapsed());
         selectionEvents.add(events);
         selectionTable.add(clock.nsecsElapsed() - events);
+        control.add(fixedWorkNs(canvas));
     }
 
     Frames rename, renameSession, renameEvents;
@@ -244,8 +262,12 @@ int main(int argc, char **argv)
     selectionEvents.print("  of which events (card, scroll)");
     selectionTable.print("  of which forced table paint");
     rename.print("rename one clip (keystroke)");
+    control.print("control: fixed painting");
     renameSession.print("  of which session and views");
     renameEvents.print("  of which posted events");
+    std::printf("\nThe control paints the same picture between the selection frames; its max "
+                "over its p50 (%.2f) is this machine's noise in the same run.\n",
+                control.max() / std::max(0.001, control.percentile(0.5)));
 
     // Every clip's thumbnail asked for at once, as when a pack finished probing.
     const qint64 before = residentKb();
