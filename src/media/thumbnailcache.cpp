@@ -6,6 +6,11 @@
 #include <QFileInfo>
 #include <QPointer>
 
+#include <cerrno>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
 ThumbnailCache::ThumbnailCache(Generator generator, qint64 budgetBytes, QObject *parent)
     : QObject(parent), m_generator(std::move(generator)), m_memory(budgetBytes)
 {
@@ -70,6 +75,13 @@ void ThumbnailCache::request(const QString &path, const QString &key)
 
 void ThumbnailCache::drainQueue(std::stop_token stop)
 {
+    // Pictures for rows are a nicety: on a machine with few cores, decoding them must not take
+    // the window's core while it draws. Linux applies this to the calling thread alone.
+    const auto self = static_cast<id_t>(gettid());
+    errno = 0;
+    const int niceness = getpriority(PRIO_PROCESS, self);
+    if (errno == 0 && niceness < kLoaderNiceness) // never above what the process was given
+        setpriority(PRIO_PROCESS, self, kLoaderNiceness);
     // A copy of the generator, so that nothing of the cache is shared while a load runs.
     const Generator generator = m_generator;
     for (;;) {

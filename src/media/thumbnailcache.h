@@ -27,6 +27,7 @@ public:
 
     static constexpr qint64 kDefaultBudgetBytes = 64 * 1024 * 1024;
     static constexpr int kLoadThreads = 2;
+    static constexpr int kLoaderNiceness = 10; // of the loading threads, as `nice` counts
 
     explicit ThumbnailCache(Generator generator, qint64 budgetBytes = kDefaultBudgetBytes,
                             QObject *parent = nullptr);

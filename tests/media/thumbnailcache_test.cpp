@@ -9,6 +9,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <atomic>
 #include <condition_variable>
 #include <memory>
@@ -282,6 +285,21 @@ TEST(ThumbnailCache, WaitingLoadsRunNewestFirst)
               QStringList({"/rows/e.mov", "/rows/d.mov", "/rows/c.mov"}));
     EXPECT_FALSE(cache.imageForKey(keys.last()).isNull());
     EXPECT_TRUE(cache.image("/rows/e.mov").isNull()); // its real key differs: the file is gone
+}
+
+TEST(ThumbnailCache, LoadsRunBelowTheWindowsPriority)
+{
+    std::atomic<int> loaderNice{-100};
+    ThumbnailCache cache([&](const QString &, std::stop_token) {
+        errno = 0;
+        loaderNice = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+        return QImage(8, 8, QImage::Format_ARGB32);
+    });
+    const int mine = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
+    cache.request(QStringLiteral("/nice/a.mov"));
+    ASSERT_TRUE(settle(cache, {ThumbnailCache::cacheKey(QStringLiteral("/nice/a.mov"))}));
+    EXPECT_EQ(loaderNice.load(), std::max(mine, ThumbnailCache::kLoaderNiceness));
+    EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), mine); // ours unchanged
 }
 
 TEST(ThumbnailCache, GoingAwayDuringLoadsDoesNotWaitForThem)
