@@ -6,11 +6,14 @@
 #include "ui/symbols.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPointer>
+
+#include <array>
 
 namespace PanelParts {
 
@@ -49,6 +52,49 @@ private:
     QString m_text;
 };
 
+// A label that remembers the heights it reported for its last few widths. Layouts ask a
+// wrapped label for its height many times over, and the label lays its text out afresh each
+// time: when one card's height changes, the sidebar's relayout spent most of its time there.
+// Text, width and font make the key; margins and indent are set once, when the label is built.
+class MeasuredLabel final : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    int heightForWidth(int width) const override
+    {
+        if (!wordWrap())
+            return QLabel::heightForWidth(width);
+        const QString shown = text();
+        for (const Measure &m : m_measured) {
+            if (m.width == width && m.text == shown)
+                return m.height;
+        }
+        const int height = QLabel::heightForWidth(width);
+        m_measured[m_next] = {width, shown, height};
+        m_next = (m_next + 1) % m_measured.size();
+        return height;
+    }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange ||
+            event->type() == QEvent::ContentsRectChange)
+            m_measured.fill({});
+        QLabel::changeEvent(event);
+    }
+
+private:
+    struct Measure {
+        int width = -1;
+        QString text;
+        int height = 0;
+    };
+    mutable std::array<Measure, 4> m_measured;
+    mutable std::size_t m_next = 0;
+};
+
 } // namespace
 
 QWidget *kicker(const QString &text, double pixelSize, double letterSpacing)
@@ -66,7 +112,7 @@ void setTextColor(QLabel *label, const QColor &color)
 QLabel *colouredLabel(const QString &text, double pixelSize, const QColor &color,
                       QFont::Weight weight)
 {
-    auto *label = new QLabel(text);
+    auto *label = new MeasuredLabel(text);
     label->setFont(AppTheme::font(pixelSize, weight));
     setTextColor(label, color);
     return label;
