@@ -88,7 +88,7 @@ QString text(const QList<MediaClip> &clips, const PreShowChecklist &checklist, c
                .arg(report.warnCount)
                .arg(strings[u"health.fail"])
                .arg(report.failCount)
-               .arg(strings[u"health.size"], QLocale::c().formattedDataSize(report.totalBytes));
+               .arg(strings[u"health.size"], formatFileSize(report.totalBytes, QLocale::c()));
     return out;
 }
 

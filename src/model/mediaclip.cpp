@@ -58,6 +58,11 @@ QString MediaClip::durationLabel() const
     return formatDuration(duration);
 }
 
+QString formatFileSize(qint64 bytes, const QLocale &locale)
+{
+    return locale.formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
 QString formatDuration(std::optional<double> seconds)
 {
     // Beyond this a whole number of seconds no longer fits the integer type.

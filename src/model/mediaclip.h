@@ -3,6 +3,7 @@
 #include "clipissue.h"
 
 #include <QList>
+#include <QLocale>
 #include <QSet>
 #include <QUrl>
 #include <QUuid>
@@ -54,4 +55,7 @@ size_t qHash(const MediaClip &clip, size_t seed = 0) noexcept;
 // "m:ss" of whole seconds (halves away from zero, minutes not wrapped); "—" when it cannot be
 // shown. Shared by the table, the cue sheet and the command line.
 QString formatDuration(std::optional<double> seconds);
+// A file size in decimal units with one decimal, as file managers show sizes ("1.5 MB",
+// "64 bytes"). The window uses the user's locale, the command line the C locale.
+QString formatFileSize(qint64 bytes, const QLocale &locale);
 inline const QString kDashLabel = QStringLiteral("\u2014");

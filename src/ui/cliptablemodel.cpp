@@ -108,8 +108,7 @@ QString ClipTableModel::frameRateLabel(const std::optional<double> &fps)
 
 QString ClipTableModel::sizeLabel(qint64 bytes)
 {
-    // Decimal units, as file managers show sizes.
-    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    return formatFileSize(bytes, QLocale());
 }
 
 QVariant ClipTableModel::data(const QModelIndex &index, int role) const

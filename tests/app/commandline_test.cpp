@@ -1,5 +1,6 @@
 // The built cuebox binary, run as a technician would over SSH: no display at all.
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -53,6 +54,14 @@ TEST(CommandLine, CheckPrintsRowsChecklistAndExitsRedWhenARedClipIsThere)
     EXPECT_TRUE(lines[3].contains("02_notes") || lines[2].contains("02_logo"));
     EXPECT_TRUE(run.out.contains("Read error: Invalid data found when processing input"));
     EXPECT_TRUE(run.out.contains("Pre-show checklist  1 / 5 ready"));
+    qint64 bytes = 0;
+    for (QDirIterator it(kShow, QDir::Files, QDirIterator::Subdirectories); it.hasNext();)
+        bytes += QFileInfo(it.next()).size();
+    ASSERT_GT(bytes, 100'000);
+    ASSERT_LT(bytes, 999'000); // shown in kB, as the window shows it
+    EXPECT_TRUE(run.out.contains(QStringLiteral("Total 4 · OK 2 · Warn 1 · Fail 1 · Size %1 kB")
+                                     .arg(bytes / 1000.0, 0, 'f', 1)))
+        << run.out.toStdString();
     EXPECT_FALSE(run.out.contains("\x1b[")); // plain when piped
 
     const Outcome clean = cuebox({"check", "--no-audio-warning", kShow + "/Opening.mov"});
