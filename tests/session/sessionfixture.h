@@ -47,14 +47,14 @@ public:
     QList<QUrl> openMedia(const QString &message, const QString &) override
     {
         messages.append(message);
-        return take(media, {});
+        return take(media);
     }
     std::optional<QString> chooseFolder(const QString &message, const QString &,
                                         const std::optional<QString> &start) override
     {
         messages.append(message);
         lastStartFolder = start;
-        return take(folders, std::optional<QString>());
+        return take(folders);
     }
     std::optional<QString> chooseSaveFile(const QString &message, const QString &,
                                           const QString &proposed,
@@ -63,22 +63,24 @@ public:
         messages.append(message);
         lastProposedName = proposed;
         lastStartFolder = start;
-        return take(files, std::optional<QString>());
+        return take(files);
     }
     std::optional<QString> chooseOpenFile(const QString &message, const QString &) override
     {
         messages.append(message);
-        return take(files, std::optional<QString>());
+        return take(files);
     }
 
 private:
+    // The next scripted answer, or an empty one (cancelled) when the script ran out.
     template<typename T>
-    static T take(std::deque<T> &queue, T fallback)
+    static T take(std::deque<T> &queue)
     {
-        if (queue.empty())
-            return fallback;
-        T value = queue.front();
-        queue.pop_front();
+        T value{};
+        if (!queue.empty()) {
+            std::swap(value, queue.front());
+            queue.pop_front();
+        }
         return value;
     }
 };
