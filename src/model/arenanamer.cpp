@@ -102,25 +102,37 @@ QString cueNumber(qint64 index, bool zeroPad)
     return QString::number(index);
 }
 
+std::optional<QString> cleanPrefix(const QString &prefix)
+{
+    if (prefix.trimmed().isEmpty())
+        return std::nullopt;
+    return sanitize(prefix);
+}
+
+QString composeName(qint64 index, const QString &cleanStem,
+                    const std::optional<QString> &cleanPrefix, bool zeroPad)
+{
+    const QString stem = cleanStem.isEmpty() ? QStringLiteral("clip") : cleanStem;
+    const QString number = cueNumber(index, zeroPad);
+    if (!cleanPrefix)
+        return number + u'_' + stem;
+    return number + u'_' + *cleanPrefix + u'_' + stem;
+}
+
 QString makeName(qint64 index, const QString &fileName, const QString &prefix, bool zeroPad)
 {
-    QString stem = sanitize(PathNames::deletingExtension(fileName));
-    if (stem.isEmpty())
-        stem = QStringLiteral("clip");
-    const QString number = cueNumber(index, zeroPad);
-    // The emptiness test looks at the raw prefix: a prefix of only punctuation still takes
-    // the prefixed form and gives a doubled separator.
-    if (prefix.trimmed().isEmpty())
-        return number + u'_' + stem;
-    return number + u'_' + sanitize(prefix) + u'_' + stem;
+    return composeName(index, sanitize(PathNames::deletingExtension(fileName)), cleanPrefix(prefix),
+                       zeroPad);
 }
 
 void reindex(QList<MediaClip> &clips, const QString &prefix, bool zeroPad)
 {
+    const std::optional<QString> cleaned = cleanPrefix(prefix);
     for (qsizetype i = 0; i < clips.size(); ++i) {
         MediaClip &clip = clips[i];
         clip.cueIndex = i + 1;
-        clip.arenaName = makeName(i + 1, clip.originalName, prefix, zeroPad);
+        clip.arenaName = composeName(
+            i + 1, sanitize(PathNames::deletingExtension(clip.originalName)), cleaned, zeroPad);
     }
 }
 

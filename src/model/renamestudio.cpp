@@ -14,6 +14,8 @@ void RenameStudio::open(const QList<MediaClip> &clips, const QString &showPrefix
     m_localZeroPad = zeroPad;
     m_drafts.clear();
     m_drafts.reserve(clips.size());
+    m_cleanStems.clear();
+    m_cleanStems.reserve(clips.size());
     for (const MediaClip &clip : clips) {
         RenameDraft draft;
         draft.id = clip.id;
@@ -22,6 +24,7 @@ void RenameStudio::open(const QList<MediaClip> &clips, const QString &showPrefix
         draft.sourceExtension = PathNames::extension(clip.sourcePath()).toLower();
         draft.stem = ArenaNamer::sanitize(PathNames::deletingExtension(clip.originalName));
         draft.arenaName = clip.arenaName;
+        m_cleanStems.append(draft.stem);
         m_drafts.append(draft);
     }
     rebuildAllFromTemplate();
@@ -41,12 +44,12 @@ void RenameStudio::setLocalZeroPad(bool zeroPad)
 
 void RenameStudio::rebuildAllFromTemplate()
 {
+    const std::optional<QString> prefix = ArenaNamer::cleanPrefix(m_localPrefix);
     for (qsizetype i = 0; i < m_drafts.size(); ++i) {
         RenameDraft &draft = m_drafts[i];
         draft.cueIndex = i + 1;
-        draft.stem = ArenaNamer::sanitize(PathNames::deletingExtension(draft.originalName));
-        draft.arenaName =
-            ArenaNamer::makeName(i + 1, draft.originalName, m_localPrefix, m_localZeroPad);
+        draft.stem = m_cleanStems[i];
+        draft.arenaName = ArenaNamer::composeName(i + 1, draft.stem, prefix, m_localZeroPad);
     }
 }
 

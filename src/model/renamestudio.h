@@ -50,6 +50,9 @@ private:
     RenameDraft *find(const QUuid &id);
 
     QList<RenameDraft> m_drafts;
+    // Each draft's file stem, cleaned once when the studio opens: a prefix keystroke rebuilds
+    // every name, and cleaning thousands of stems each time made typing lag.
+    QList<QString> m_cleanStems;
     QString m_localPrefix;
     bool m_localZeroPad = true;
 };
