@@ -136,10 +136,11 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     EXPECT_EQ(segments[0].value, 1);
     EXPECT_EQ(segments[1].value, 1);
     EXPECT_EQ(segments[2].value, 1);
-    for (const MediaClip &clip : vm().clips()) {
-        if (clip.originalName == u"bad.mov")
-            vm().remove(clip.id);
-    }
+    const auto bad =
+        std::find_if(vm().clips().begin(), vm().clips().end(),
+                     [](const MediaClip &clip) { return clip.originalName == u"bad.mov"; });
+    ASSERT_NE(bad, vm().clips().end());
+    vm().remove(bad->id); // the list changes under the iterator: take the id first
     EXPECT_FALSE(header().failPill()->isVisible());
     EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
 }
