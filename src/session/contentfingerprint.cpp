@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <fcntl.h>
@@ -87,6 +88,11 @@ QString make(const QString &path, std::optional<double> duration, qint64 fileSiz
     std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
     unsigned int length = 0;
     EVP_DigestFinal_ex(context.get(), digest.data(), &length);
+    context.reset();
+    // OpenSSL keeps per-thread state (its error queue) that it frees when the thread ends, but
+    // only while its own exit handler has not run yet; pool threads can outlive that handler
+    // and the state would be lost. Freeing it after each fingerprint costs a microsecond.
+    OPENSSL_thread_stop();
     return QString::fromLatin1(
         QByteArray(reinterpret_cast<const char *>(digest.data()), static_cast<qsizetype>(length))
             .toHex());
