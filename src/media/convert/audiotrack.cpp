@@ -1,15 +1,13 @@
 #include "audiotrack.h"
 
+#include "codecsteps.h"
 #include "convertoutput.h"
 
 #include <algorithm>
 
 namespace {
 
-MediaConverterError failure(int error)
-{
-    return MediaConverterError::exportFailed(avErrorText(error));
-}
+using CodecSteps::failure;
 
 // PCM takes any number of samples per packet; larger blocks mean fewer, cheaper packets.
 constexpr int kPcmBlockSamples = 4096;
@@ -62,25 +60,15 @@ std::optional<MediaConverterError> AudioTrack::send(const AVPacket *packet)
     }
     if (auto error = encodeQueued(true))
         return error;
-    const int flushed = avcodec_send_frame(m_encoder, nullptr);
-    if (flushed < 0 && flushed != AVERROR_EOF)
-        return failure(flushed);
+    if (auto error = CodecSteps::endEncoderInput(m_encoder))
+        return error;
     return receivePackets();
 }
 
 std::optional<MediaConverterError> AudioTrack::receiveFrames()
 {
-    for (;;) {
-        const int received = avcodec_receive_frame(m_decoder, m_decoded.get());
-        if (received == AVERROR(EAGAIN) || received == AVERROR_EOF)
-            return std::nullopt;
-        if (received < 0)
-            return failure(received);
-        std::optional<MediaConverterError> error = queue(m_decoded.get());
-        av_frame_unref(m_decoded.get());
-        if (error)
-            return error;
-    }
+    return CodecSteps::takeDecodedFrames(m_decoder, m_decoded.get(),
+                                         [this](AVFrame *frame) { return queue(frame); });
 }
 
 bool AudioTrack::prepareResampler(const AVFrame *decoded)

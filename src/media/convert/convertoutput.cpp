@@ -1,5 +1,7 @@
 #include "convertoutput.h"
 
+#include "codecsteps.h"
+
 #include <QFile>
 
 extern "C" {
@@ -8,10 +10,7 @@ extern "C" {
 
 namespace {
 
-MediaConverterError failure(int error)
-{
-    return MediaConverterError::exportFailed(avErrorText(error));
-}
+using CodecSteps::failure;
 
 // The encoder's own rates when it lists them (AAC does), else the source's rate.
 int pickSampleRate(const AVCodec *codec, int sourceRate)

@@ -1,5 +1,6 @@
 #include "videotrack.h"
 
+#include "codecsteps.h"
 #include "convertoutput.h"
 
 #include "encodersettings.h"
@@ -11,10 +12,7 @@ extern "C" {
 
 namespace {
 
-MediaConverterError failure(int error)
-{
-    return MediaConverterError::exportFailed(avErrorText(error));
-}
+using CodecSteps::failure;
 
 bool isRgb(int format)
 {
@@ -82,28 +80,22 @@ std::optional<MediaConverterError> VideoTrack::send(const AVPacket *packet)
         return error;
     if (packet)
         return std::nullopt;
-    const int flushed = avcodec_send_frame(m_encoder, nullptr);
-    if (flushed < 0 && flushed != AVERROR_EOF)
-        return failure(flushed);
+    if (auto error = CodecSteps::endEncoderInput(m_encoder))
+        return error;
     return receivePackets();
 }
 
 std::optional<MediaConverterError> VideoTrack::receiveFrames()
 {
-    for (;;) {
-        const int received = avcodec_receive_frame(m_decoder, m_decoded.get());
-        if (received == AVERROR(EAGAIN) || received == AVERROR_EOF)
+    return CodecSteps::takeDecodedFrames(
+        m_decoder, m_decoded.get(), [this](AVFrame *frame) -> std::optional<MediaConverterError> {
+            if (auto error = encode(frame))
+                return error;
+            // Cancelling takes effect between frames, also while draining at the end.
+            if (m_stop.stop_requested())
+                return MediaConverterError::cancelled();
             return std::nullopt;
-        if (received < 0)
-            return failure(received);
-        std::optional<MediaConverterError> error = encode(m_decoded.get());
-        av_frame_unref(m_decoded.get());
-        if (error)
-            return error;
-        // Cancelling takes effect between frames, also while draining at the end.
-        if (m_stop.stop_requested())
-            return MediaConverterError::cancelled();
-    }
+        });
 }
 
 std::optional<MediaConverterError> VideoTrack::encode(AVFrame *decoded)
