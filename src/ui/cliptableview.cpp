@@ -72,8 +72,8 @@ ClipTableView::ClipTableView(const UiContext &context, QWidget *parent)
     setDragDropOverwriteMode(false);
     setDropIndicatorShown(true);
     // The list sits well inside its card's opaque face, so it fills with the face's colour
-    // itself: a repaint of the rows then skips the backdrop and the card beneath them, which
-    // cost as much as the rows.
+    // itself (setFaceColor): a repaint of the rows then skips the backdrop and the card beneath
+    // them, which cost as much as the rows.
     viewport()->setAutoFillBackground(false);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     setAutoFillBackground(false);
@@ -178,6 +178,12 @@ void ClipTableView::selectFromSession()
     m_syncingSelection = false;
 }
 
+void ClipTableView::setFaceColor(const QColor &color)
+{
+    m_faceColor = color;
+    viewport()->update();
+}
+
 void ClipTableView::setPulseFrozen(bool frozen)
 {
     m_pulseFrozen = frozen;
@@ -228,7 +234,7 @@ void ClipTableView::paintEvent(QPaintEvent *event)
     // under the cells, which the delegate paints without backgrounds.
     {
         QPainter p(viewport());
-        p.fillRect(event->rect(), AppTheme::panel);
+        p.fillRect(event->rect(), m_faceColor);
         p.setRenderHint(QPainter::Antialiasing);
         const int first = rowAt(event->rect().top());
         int last = rowAt(event->rect().bottom());

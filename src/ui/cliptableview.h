@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apptheme.h"
 #include "uicontext.h"
 
 #include <QElapsedTimer>
@@ -28,6 +29,8 @@ public:
     QMenu *makeRowMenu(int row);
     // Stops the badges' breathing (screenshots, benchmarks).
     void setPulseFrozen(bool frozen);
+    // The list is opaque and fills with this: the face colour of the card it sits on.
+    void setFaceColor(const QColor &color);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -54,6 +57,7 @@ private:
     QVariantAnimation m_pulse;
     qreal m_shownGlow = -1; // the last glow step painted
     bool m_pulseFrozen = false;
+    QColor m_faceColor = AppTheme::panel;
     int m_hoverRow = -1;
     bool m_syncingSelection = false;
 };

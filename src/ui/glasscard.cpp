@@ -110,11 +110,15 @@ void GlassCard::paintCard(QPainter *painter, const QRectF &face, qreal radius, c
     painter->restore();
 }
 
+QColor GlassCard::faceColor() const
+{
+    return m_elevation == Elevation::elevated ? AppTheme::panelElevated : AppTheme::panel;
+}
+
 void GlassCard::paintEvent(QPaintEvent *)
 {
     QPainter p(this);
-    const QColor fill =
-        m_elevation == Elevation::elevated ? AppTheme::panelElevated : AppTheme::panel;
+    const QColor fill = faceColor();
     const QColor glow = m_glow ? AppTheme::withAlpha(*m_glow, 0.22)
                                : AppTheme::withAlpha(AppTheme::accentGreen, 0.05);
     paintCard(&p, faceRect(), m_radius, fill, glow, &m_shadow);

@@ -19,8 +19,9 @@ public:
 
     void setGlow(std::optional<QColor> glow);
     void setCornerRadius(qreal radius);
-    // The face of the card inside the shadow margin.
+    // The face of the card inside the shadow margin, and its opaque colour.
     QRectF faceRect() const;
+    QColor faceColor() const;
     static constexpr int kShadowMargin = 10;
 
     // Paints a card face with its shadow into `face` (shared with painted rows and overlays).

@@ -27,6 +27,7 @@ PackView::PackView(const UiContext &context, QWidget *parent)
     auto *inset = new QVBoxLayout(listCard);
     inset->setContentsMargins(listCard->contentsMargins() + QMargins(10, 10, 10, 10));
     inset->addWidget(m_table);
+    m_table->setFaceColor(listCard->faceColor());
     column->addWidget(listCard, 1);
 }
 

@@ -1,5 +1,7 @@
 #include "uifixture.h"
 
+#include "ui/apptheme.h"
+#include "ui/cliptableview.h"
 #include "ui/contentview.h"
 #include "ui/detailarea.h"
 #include "ui/dropzoneview.h"
@@ -159,4 +161,22 @@ TEST_F(PackViews, ClearBringsBackTheDropZone)
     header().clearButton()->click();
     EXPECT_TRUE(vm().clips().isEmpty());
     EXPECT_TRUE(detail().dropZone()->isVisible());
+}
+
+TEST_F(PackViews, ListIsSeamlessOnItsOpaqueCard)
+{
+    // The list paints its own background (so that row repaints skip the backdrop); it must be
+    // the card's face colour exactly, below the last row and beside the list alike.
+    addClips({QStringLiteral("a.mov")});
+    ClipTableView *table = detail().packView()->table();
+    QWidget *viewport = table->viewport();
+    const QImage shot = window().grab().toImage();
+    const auto at = [&](QWidget *w, QPoint p) {
+        return QColor(shot.pixel(w->mapTo(&window(), p) * shot.devicePixelRatio())).rgb();
+    };
+    const QPoint belowRows(viewport->width() / 2, viewport->height() - 6);
+    ASSERT_LT(table->rowAt(belowRows.y()), 0);           // empty list area
+    const QPoint besideList(-5, viewport->height() / 2); // in the card's inset, off the list
+    EXPECT_EQ(at(viewport, belowRows), at(viewport, besideList));
+    EXPECT_EQ(at(viewport, belowRows), AppTheme::panel.rgb());
 }
