@@ -4,11 +4,10 @@
 
 #include <QCache>
 #include <QImage>
+#include <QMutex>
 #include <QObject>
 #include <QSet>
 #include <QThreadPool>
-
-#include <QMutex>
 
 #include <deque>
 #include <functional>
