@@ -1,5 +1,7 @@
 #include "contentfingerprint.h"
 
+#include "media/heldfiles.h"
+
 #include <QFile>
 
 #include <openssl/crypto.h>
@@ -30,12 +32,14 @@ struct FileCloser {
     }
 };
 
-// Reads up to `want` bytes, retrying short reads; stops quietly at an error or the end.
-qint64 readUpTo(int fd, char *buffer, qint64 want)
+// Reads up to `want` bytes from `offset`, retrying short reads; stops quietly at an error or the
+// end. pread, because a descriptor lent by a reader ahead shares its position with others.
+qint64 readUpTo(int fd, char *buffer, qint64 want, qint64 offset)
 {
     qint64 got = 0;
     while (got < want) {
-        const ssize_t n = ::read(fd, buffer + got, static_cast<size_t>(want - got));
+        const ssize_t n = ::pread(fd, buffer + got, static_cast<size_t>(want - got),
+                                  static_cast<off_t>(offset + got));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -70,16 +74,16 @@ QString make(const QString &path, std::optional<double> duration, qint64 fileSiz
         (QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(0))).toUtf8();
     EVP_DigestUpdate(context.get(), header.constData(), static_cast<size_t>(header.size()));
 
-    FileCloser file{::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC)};
+    FileCloser file{HeldFiles::borrow(path)};
+    if (file.fd < 0)
+        file.fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (file.fd >= 0) {
         std::vector<char> buffer(static_cast<size_t>(kSampleBytes));
-        qint64 n = readUpTo(file.fd, buffer.data(), kSampleBytes);
+        qint64 n = readUpTo(file.fd, buffer.data(), kSampleBytes, 0);
         if (n > 0)
             EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(n));
         if (fileSize > kTailThreshold) {
-            // A failed seek is ignored: the read then continues where the head stopped.
-            ::lseek(file.fd, static_cast<off_t>(fileSize - kSampleBytes), SEEK_SET);
-            n = readUpTo(file.fd, buffer.data(), kSampleBytes);
+            n = readUpTo(file.fd, buffer.data(), kSampleBytes, fileSize - kSampleBytes);
             if (n > 0)
                 EVP_DigestUpdate(context.get(), buffer.data(), static_cast<size_t>(n));
         }

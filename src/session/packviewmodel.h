@@ -8,6 +8,7 @@
 #include "output/timestamp.h"
 #include "session/packstatus.h"
 #include "session/preshowchecklist.h"
+#include "session/readahead.h"
 
 #include <QCoroTask>
 #include <QFuture>
@@ -48,6 +49,9 @@ public:
         Clock clock = systemClock();
         // Starts a clip's thumbnail in the background; empty: the shared thumbnail cache.
         std::function<void(const MediaClip &)> requestThumbnail;
+        // How an ingest reads ahead of its probe; tests slow the reads down, benchmarks switch
+        // it off (depth 0) to compare.
+        ReadAhead::Options readAhead;
         Panels *panels = nullptr;
         Desktop *desktop = nullptr;
         LocalizationManager *localization = nullptr;

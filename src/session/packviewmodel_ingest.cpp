@@ -83,7 +83,8 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
                     setStatus(PackStatus::checking(i + 1, total, name));
                 },
                 Qt::QueuedConnection);
-        }};
+        },
+        m_services.readAhead};
     m_ingestWorkers.append(
         QtConcurrent::run([this, batch, fresh, run, stop = m_ingestStop.get_token()] {
             QList<MediaClip> probed = batch.run(fresh, stop);

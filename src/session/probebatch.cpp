@@ -2,6 +2,7 @@
 
 #include "media/mediainspector.h"
 #include "session/contentfingerprint.h"
+#include "session/readahead.h"
 
 #include <QtConcurrent>
 
@@ -22,9 +23,11 @@ QList<MediaClip> ProbeBatch::run(const QStringList &files, std::stop_token stop)
     QList<MediaClip> clips;
     clips.reserve(files.size());
     QFuture<QString> pendingFingerprint;
+    ReadAhead readAhead(files, readAheadOptions);
     for (qsizetype i = 0; i < files.size() && !stop.stop_requested(); ++i) {
         if (willProbe)
             willProbe(i);
+        readAhead.reach(i);
         MediaClip clip = MediaInspector::inspect(files[i], rules->get(), *probe, stop);
         if (!clips.isEmpty())
             clips.back().contentFingerprint = pendingFingerprint.result();

@@ -2,6 +2,7 @@
 
 #include "model/mediaclip.h"
 #include "model/screenprofile.h"
+#include "session/readahead.h"
 
 #include <QList>
 #include <QStringList>
@@ -29,7 +30,8 @@ private:
 };
 
 // Probes files strictly one after another on the calling thread (never two probes at once),
-// while each clip's fingerprint is hashed on another pool thread as the next file is probed.
+// while each clip's fingerprint is hashed on another pool thread as the next file is probed and
+// the files after it are read ahead (ReadAhead).
 // Running the whole batch on one worker keeps the GUI thread out of the loop: a round trip
 // through the event loop per file cost as much as the probe itself.
 struct ProbeBatch {
@@ -37,6 +39,7 @@ struct ProbeBatch {
     std::shared_ptr<const LiveRules> rules;
     // Called on the worker just before file `index` is probed.
     std::function<void(qsizetype index)> willProbe;
+    ReadAhead::Options readAheadOptions;
 
     // The clips in the order of `files`; fewer when stopped.
     QList<MediaClip> run(const QStringList &files, std::stop_token stop) const;

@@ -1,6 +1,11 @@
 #include "inputfile.h"
 
+#include "media/heldfiles.h"
+
 #include <QFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -54,12 +59,73 @@ QString notRegularText(const std::filesystem::path &path)
     return {};
 }
 
+// Reads a descriptor lent by a reader ahead of the probe (see HeldFiles): the open it already
+// paid for is not paid again. pread keeps the shared file position out of it.
+struct LentFile {
+    int fd = -1;
+    int64_t position = 0;
+    AVIOContext *io = nullptr;
+
+    ~LentFile()
+    {
+        if (io) {
+            av_freep(&io->buffer);
+            avio_context_free(&io);
+        }
+        if (fd >= 0)
+            ::close(fd);
+    }
+
+    static int read(void *opaque, uint8_t *buffer, int size)
+    {
+        auto *file = static_cast<LentFile *>(opaque);
+        ssize_t n;
+        do
+            n = ::pread(file->fd, buffer, static_cast<size_t>(size), file->position);
+        while (n < 0 && errno == EINTR);
+        if (n < 0)
+            return AVERROR(errno);
+        if (n == 0)
+            return AVERROR_EOF;
+        file->position += n;
+        return static_cast<int>(n);
+    }
+
+    static int64_t seek(void *opaque, int64_t offset, int whence)
+    {
+        auto *file = static_cast<LentFile *>(opaque);
+        struct stat st {
+        };
+        switch (whence & ~AVSEEK_FORCE) {
+        case AVSEEK_SIZE:
+            return ::fstat(file->fd, &st) == 0 ? st.st_size : AVERROR(errno);
+        case SEEK_SET:
+            file->position = offset;
+            return file->position;
+        case SEEK_CUR:
+            file->position += offset;
+            return file->position;
+        case SEEK_END:
+            if (::fstat(file->fd, &st) != 0)
+                return AVERROR(errno);
+            file->position = st.st_size + offset;
+            return file->position;
+        default:
+            return AVERROR(EINVAL);
+        }
+    }
+};
+
+// The same buffer size FFmpeg's file protocol reads with.
+constexpr int kLentBufferBytes = 32768;
+
 } // namespace
 
 struct InputFile::Guard {
     std::stop_token stop;
     Clock::time_point deadline;
     QByteArray url;
+    LentFile lent; // destroyed after the format context that reads through it
     bool mainOpened = false;
     int (*defaultOpen)(AVFormatContext *, AVIOContext **, const char *, int,
                        AVDictionary **) = nullptr;
@@ -121,6 +187,21 @@ Result<InputFile> InputFile::open(const QString &path, std::stop_token stop,
     raw->opaque = guard.get();
     guard->defaultOpen = raw->io_open;
     raw->io_open = &Guard::openOnce;
+    if (const int fd = HeldFiles::borrow(path); fd >= 0) {
+        guard->lent.fd = fd;
+        auto *buffer = static_cast<unsigned char *>(av_malloc(kLentBufferBytes));
+        guard->lent.io = buffer ? avio_alloc_context(buffer, kLentBufferBytes, 0, &guard->lent,
+                                                     &LentFile::read, nullptr, &LentFile::seek)
+                                : nullptr;
+        if (!guard->lent.io) {
+            av_free(buffer);
+            avformat_free_context(raw);
+            return fail(AVERROR(ENOMEM));
+        }
+        raw->pb = guard->lent.io;
+        raw->flags |= AVFMT_FLAG_CUSTOM_IO;
+        guard->mainOpened = true; // the demuxer still may not open anything else
+    }
 
     AVDictionary *options = nullptr;
     av_dict_set(&options, "protocol_whitelist", "file", 0);

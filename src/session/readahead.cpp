@@ -1,0 +1,163 @@
+#include "readahead.h"
+
+#include "media/heldfiles.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace {
+
+enum class Step { waiting, queued, reading, held, done };
+
+void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
+{
+    qint64 got = 0;
+    while (got < length) {
+        const qint64 want = std::min<qint64>(length - got, static_cast<qint64>(buffer.size()));
+        const ssize_t n =
+            ::pread(fd, buffer.data(), static_cast<size_t>(want), static_cast<off_t>(offset + got));
+        if (n < 0 && errno == EINTR)
+            continue;
+        if (n <= 0)
+            return;
+        got += n;
+    }
+}
+
+// Opens and reads one file ahead; -1 for anything that is not a readable regular file. Only a
+// regular file is ever opened: opening a pipe waits for a writer, and opening a device can
+// have effects of its own.
+int readAheadOne(const QString &path, std::vector<char> &buffer)
+{
+    const QByteArray local = QFile::encodeName(path);
+    struct stat st {
+    };
+    if (::stat(local.constData(), &st) != 0 || !S_ISREG(st.st_mode))
+        return -1;
+    const int fd = ::open(local.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (fd < 0)
+        return -1;
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) { // replaced between stat and open
+        ::close(fd);
+        return -1;
+    }
+    const qint64 size = st.st_size;
+    if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
+        readRange(fd, buffer, 0, size);
+    } else {
+        readRange(fd, buffer, 0, ReadAhead::kHeadBytes);
+        readRange(fd, buffer, size - ReadAhead::kTailBytes, ReadAhead::kTailBytes);
+    }
+    return fd;
+}
+
+} // namespace
+
+struct ReadAhead::State {
+    QStringList files;
+    Options options;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<Step> steps;
+    qsizetype nextToQueue = 0; // files below this were queued (or skipped)
+    qsizetype nextToTake = 0;  // the first queued file no reader has taken yet
+    bool stopping = false;
+
+    void readerLoop()
+    {
+        std::vector<char> buffer(128 * 1024);
+        std::unique_lock lock(mutex);
+        for (;;) {
+            changed.wait(lock, [&] { return stopping || nextToTake < nextToQueue; });
+            if (stopping)
+                return;
+            const qsizetype index = nextToTake++;
+            if (steps[static_cast<size_t>(index)] != Step::queued)
+                continue; // the probe passed it already
+            steps[static_cast<size_t>(index)] = Step::reading;
+            const QString path = files[index];
+            lock.unlock();
+            if (options.beforeOpen)
+                options.beforeOpen(path);
+            const int fd = readAheadOne(path, buffer);
+            lock.lock();
+            Step &step = steps[static_cast<size_t>(index)];
+            if (fd >= 0 && step == Step::reading && !stopping) {
+                HeldFiles::hold(path, fd);
+                step = Step::held;
+            } else {
+                if (fd >= 0)
+                    ::close(fd);
+                step = Step::done;
+            }
+            changed.notify_all();
+        }
+    }
+};
+
+ReadAhead::ReadAhead(QStringList files, Options options) : m_state(std::make_shared<State>())
+{
+    State &s = *m_state;
+    s.files = std::move(files);
+    s.options = std::move(options);
+    s.steps.assign(static_cast<size_t>(s.files.size()), Step::waiting);
+    // Depth 0 switches reading ahead off: the probe opens and reads every file itself.
+    const int readers = s.options.depth > 0 ? std::clamp(s.options.readers, 1, 16) : 0;
+    for (int i = 0; i < readers && i < s.files.size(); ++i)
+        std::thread([state = m_state] { state->readerLoop(); }).detach();
+}
+
+ReadAhead::~ReadAhead()
+{
+    State &s = *m_state;
+    {
+        const std::lock_guard lock(s.mutex);
+        s.stopping = true;
+    }
+    s.changed.notify_all();
+    // The readers are not joined: one stuck in an open on a share that went away must not take
+    // the ingest with it. Each holds the state and closes what it opens once it sees `stopping`.
+    const std::lock_guard lock(s.mutex);
+    for (qsizetype i = 0; i < s.files.size(); ++i) {
+        if (s.steps[static_cast<size_t>(i)] == Step::held)
+            HeldFiles::release(s.files[i]);
+    }
+}
+
+void ReadAhead::reach(qsizetype index)
+{
+    State &s = *m_state;
+    if (s.options.depth <= 0)
+        return;
+    std::unique_lock lock(s.mutex);
+    for (qsizetype i = s.nextToTake; i < std::min(index, s.nextToQueue); ++i) {
+        // Behind the probe: what no reader has started is not worth reading any more.
+        Step &step = s.steps[static_cast<size_t>(i)];
+        if (step == Step::queued)
+            step = Step::done;
+    }
+    // Two files back is let go: the fingerprint of the one before `index` may still borrow its
+    // file, the one before that has finished (the batch waits for it before probing on).
+    if (index >= 2 && s.steps[static_cast<size_t>(index - 2)] == Step::held) {
+        HeldFiles::release(s.files[index - 2]);
+        s.steps[static_cast<size_t>(index - 2)] = Step::done;
+    }
+    const qsizetype end = std::min(s.files.size(), index + 1 + s.options.depth);
+    for (; s.nextToQueue < end; ++s.nextToQueue) {
+        Step &step = s.steps[static_cast<size_t>(s.nextToQueue)];
+        if (step == Step::waiting)
+            step = Step::queued;
+    }
+    s.changed.notify_all();
+    if (index < s.files.size())
+        s.changed.wait(lock, [&] { return s.steps[static_cast<size_t>(index)] != Step::reading; });
+}
