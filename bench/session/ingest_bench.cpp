@@ -2,7 +2,7 @@
 // the longest stall of the GUI thread, and next to them the bare header-open floor of the same
 // files measured in the same run.
 //
-//   bench_ingest [WORK_FOLDER] [FILES]
+//   bench_ingest [WORK_FOLDER] [FILES] [READ_AHEAD_DEPTH]   (depth 0: no reading ahead)
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
 #include "media/ffmpeg/avhandles.h"
@@ -85,6 +85,8 @@ int main(int argc, char **argv)
     services.localization = &localization;
     services.preferences = &preferences;
     services.requestThumbnail = [](const MediaClip &) {}; // thumbnails are measured elsewhere
+    if (argc > 3)
+        services.readAhead.depth = QString::fromLocal8Bit(argv[3]).toInt();
     PackViewModel session(services);
 
     // The longest gap between two ticks of a 1 ms timer is the worst freeze a window would see.

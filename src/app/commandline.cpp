@@ -150,6 +150,16 @@ private:
     qint64 m_lastIndex = -1;
 };
 
+// The private preferences live in memory where the system has a memory file system: every change
+// of a preference is synced to disk, and on a laptop's disk the syncs of one start-up cost more
+// than checking a hundred clips.
+QString privateStoreTemplate()
+{
+    const QFileInfo shm(QStringLiteral("/dev/shm"));
+    const QString base = shm.isDir() && shm.isWritable() ? shm.filePath() : QDir::tempPath();
+    return base + QStringLiteral("/cuebox-cli-XXXXXX");
+}
+
 int failIfError(const PackViewModel &session, const L10n &strings)
 {
     if (session.status().kind() != PackStatus::Kind::error)
@@ -162,7 +172,7 @@ int runVerb(const CliArguments &args)
 {
     // The command line keeps its own preferences: a --lang or --no-backup here never changes
     // what the window shows the next time.
-    QTemporaryDir privateStore;
+    QTemporaryDir privateStore(privateStoreTemplate());
     QSettings settings(privateStore.filePath(QStringLiteral("cli.conf")), QSettings::IniFormat);
     LocalizationManager localization(settings);
     localization.setLanguage(args.language);

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -17,6 +18,12 @@
 namespace {
 
 enum class Step { waiting, queued, reading, held, done };
+
+// Below this wait per file the disk counts as fast; a reader's own cost (a few system calls and
+// a wake-up) is tens of microseconds.
+constexpr double kFastDiskUs = 250;
+constexpr int kFastAfter = 8;
+constexpr qsizetype kSampleEvery = 32;
 
 void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
 {
@@ -71,6 +78,13 @@ struct ReadAhead::State {
     qsizetype nextToQueue = 0; // files below this were queued (or skipped)
     qsizetype nextToTake = 0;  // the first queued file no reader has taken yet
     bool stopping = false;
+    // How long a reader waits for one file (open and reads), averaged over the last few: where
+    // the disk answers at once (the page cache, a fast SSD), reading ahead only costs CPU time,
+    // so then only every kSampleEvery-th file is read ahead, to notice when the disk slows down.
+    double meanWaitUs = 0;
+    int waits = 0;
+
+    bool diskIsFast() const { return waits >= kFastAfter && meanWaitUs < kFastDiskUs; }
 
     void readerLoop()
     {
@@ -86,10 +100,16 @@ struct ReadAhead::State {
             steps[static_cast<size_t>(index)] = Step::reading;
             const QString path = files[index];
             lock.unlock();
+            const auto started = std::chrono::steady_clock::now();
             if (options.beforeOpen)
                 options.beforeOpen(path);
             const int fd = readAheadOne(path, buffer);
+            const double waitedUs = std::chrono::duration<double, std::micro>(
+                                        std::chrono::steady_clock::now() - started)
+                                        .count();
             lock.lock();
+            meanWaitUs = waits == 0 ? waitedUs : meanWaitUs + (waitedUs - meanWaitUs) / 8;
+            ++waits;
             Step &step = steps[static_cast<size_t>(index)];
             if (fd >= 0 && step == Step::reading && !stopping) {
                 HeldFiles::hold(path, fd);
@@ -99,7 +119,7 @@ struct ReadAhead::State {
                     ::close(fd);
                 step = Step::done;
             }
-            changed.notify_all();
+            changed.notify_all(); // the probe may be waiting for this file
         }
     }
 };
@@ -152,12 +172,18 @@ void ReadAhead::reach(qsizetype index)
         s.steps[static_cast<size_t>(index - 2)] = Step::done;
     }
     const qsizetype end = std::min(s.files.size(), index + 1 + s.options.depth);
+    const bool fast = s.diskIsFast();
     for (; s.nextToQueue < end; ++s.nextToQueue) {
         Step &step = s.steps[static_cast<size_t>(s.nextToQueue)];
-        if (step == Step::waiting)
-            step = Step::queued;
+        if (step != Step::waiting)
+            continue;
+        if (fast && s.nextToQueue % kSampleEvery != 0) {
+            step = Step::done;
+            continue;
+        }
+        step = Step::queued;
+        s.changed.notify_one();
     }
-    s.changed.notify_all();
     if (index < s.files.size())
         s.changed.wait(lock, [&] { return s.steps[static_cast<size_t>(index)] != Step::reading; });
 }
