@@ -242,7 +242,9 @@ int main(int argc, char **argv)
                    .arg(run.seconds, 0, 'f', 2)
                    .arg(run.clips)
                    .arg(run.longestStallMs, 0, 'f', 1);
-        out << QStringLiteral("  ingest, no read-ahead:   %1 s\n").arg(plain.seconds, 0, 'f', 2);
+        out << QStringLiteral("  ingest, no read-ahead:   %1 s  (longest GUI stall %2 ms)\n")
+                   .arg(plain.seconds, 0, 'f', 2)
+                   .arg(plain.longestStallMs, 0, 'f', 1);
         out << QStringLiteral("  header-open floor:       %1 s\n").arg(floorSeconds, 0, 'f', 2);
         out << QStringLiteral("  ffprobe per file:        %1 s  (%2 files, scaled)\n")
                    .arg(ffprobeSeconds, 0, 'f', 2)

@@ -15,8 +15,8 @@ class ReadAhead
 {
 public:
     struct Options {
-        int depth = 16;  // files read ahead of the one being probed
-        int readers = 4; // reads in flight at once
+        int depth = 32;  // files read ahead of the one being probed
+        int readers = 8; // reads in flight at once
         // Called on a reader before it opens a file; tests slow the disk down with it.
         std::function<void(const QString &path)> beforeOpen;
     };

@@ -1,0 +1,130 @@
+// `cuebox check` of 1,000 files as a user runs it (a new process: start-up, discovery, probes,
+// the printed table), next to the bare header-open floor of the same files in one process, with
+// a warm page cache and, when run as root, with the page cache dropped before each side.
+//
+//   bench_check [WORK_FOLDER] [FILES]
+#include "media/ffmpeg/avhandles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTextStream>
+
+#include <unistd.h>
+
+#include <functional>
+
+namespace {
+
+// Distinct copies of one short movie, as the ingest benchmark makes them.
+QStringList makeFiles(const QString &folder, int count)
+{
+    QDir().mkpath(folder);
+    const QString seed = QDir(folder).filePath(QStringLiteral(".seed.mov"));
+    if (!QFile::exists(seed)) {
+        QProcess::execute(QStringLiteral("ffmpeg"),
+                          {"-v", "error", "-y", "-f", "lavfi", "-i",
+                           "testsrc=size=320x180:rate=25:duration=1", "-c:v", "libx264", "-pix_fmt",
+                           "yuv420p", seed});
+    }
+    QFile seedFile(seed);
+    seedFile.open(QIODevice::ReadOnly);
+    const QByteArray bytes = seedFile.readAll();
+    QStringList paths;
+    for (int i = 0; i < count; ++i) {
+        const QString path =
+            QDir(folder).filePath(QStringLiteral("clip%1.mov").arg(i, 4, 10, QChar(u'0')));
+        if (!QFile::exists(path)) {
+            QFile file(path);
+            file.open(QIODevice::WriteOnly);
+            file.write(bytes);
+            file.write(QByteArray::number(i));
+        }
+        paths.append(path);
+    }
+    return paths;
+}
+
+double headerOpenFloor(const QStringList &paths)
+{
+    QElapsedTimer timer;
+    timer.start();
+    for (const QString &path : paths) {
+        AVFormatContext *raw = nullptr;
+        if (avformat_open_input(&raw, QFile::encodeName(path).constData(), nullptr, nullptr) == 0)
+            avformat_close_input(&raw);
+    }
+    return timer.nsecsElapsed() / 1e9;
+}
+
+double check(const QString &folder)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QProcess cuebox;
+    cuebox.setStandardOutputFile(QProcess::nullDevice());
+    cuebox.setStandardErrorFile(QProcess::nullDevice());
+    cuebox.start(QStringLiteral(CUEBOX_BINARY), {"check", folder});
+    cuebox.waitForFinished(-1);
+    return timer.nsecsElapsed() / 1e9;
+}
+
+bool dropPageCache()
+{
+    ::sync();
+    QFile drop(QStringLiteral("/proc/sys/vm/drop_caches"));
+    return drop.open(QIODevice::WriteOnly) && drop.write("3\n") == 2;
+}
+
+double best(int runs, const std::function<double()> &measure)
+{
+    double fastest = measure();
+    for (int i = 1; i < runs; ++i)
+        fastest = std::min(fastest, measure());
+    return fastest;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    av_log_set_level(AV_LOG_QUIET);
+    const QString work = argc > 1 ? QString::fromLocal8Bit(argv[1])
+                                  : QDir::temp().filePath(QStringLiteral("cuebox-check-bench"));
+    const int count = argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 1000;
+    const QStringList paths = makeFiles(work, count);
+    QDir().mkpath(QDir(work).filePath(".empty"));
+    QTextStream out(stdout);
+
+    headerOpenFloor(paths); // warm
+    const double warmFloor = best(3, [&] { return headerOpenFloor(paths); });
+    const double warmCheck = best(3, [&] { return check(work); });
+    const double startUp = best(3, [&] { return check(QDir(work).filePath(".empty")); });
+    out << QStringLiteral("files:                       %1\n").arg(count);
+    out << QStringLiteral("warm: cuebox check           %1 s\n").arg(warmCheck, 0, 'f', 3);
+    out << QStringLiteral("warm: header-open floor      %1 s\n").arg(warmFloor, 0, 'f', 3);
+    out << QStringLiteral("warm: ratio check / floor    %1  (goal: at most 2.0)\n")
+               .arg(warmCheck / warmFloor, 0, 'f', 2);
+    out << QStringLiteral("cuebox check of no files     %1 s  (start-up and exit)\n")
+               .arg(startUp, 0, 'f', 3);
+    if (!dropPageCache()) {
+        out << "cold: skipped (dropping the page cache needs root)\n";
+        return 0;
+    }
+    const double coldFloor = best(2, [&] {
+        dropPageCache();
+        return headerOpenFloor(paths);
+    });
+    const double coldCheck = best(2, [&] {
+        dropPageCache();
+        return check(work);
+    });
+    out << QStringLiteral("cold: cuebox check           %1 s\n").arg(coldCheck, 0, 'f', 3);
+    out << QStringLiteral("cold: header-open floor      %1 s\n").arg(coldFloor, 0, 'f', 3);
+    out << QStringLiteral("cold: ratio check / floor    %1  (goal: at most 1.0)\n")
+               .arg(coldCheck / coldFloor, 0, 'f', 2);
+    return 0;
+}
