@@ -99,8 +99,8 @@ manual="$(LC_ALL=C.UTF-8 MANWIDTH=100 man -l "$page" 2>/dev/null | col -b)"
 verbs="$(sed -n '/^Verbs:/,/^$/p' <<<"$("$cuebox" --help)" | awk 'NR > 1 && NF { print $1 }')"
 [[ $(wc -w <<<"$verbs") -ge 4 ]] || fail "no verbs in cuebox --help"
 sed -n '/^VERBS/,/^OPTIONS/p' <<<"$manual" >"$tmp/verbs.txt"
-options_of() { "$cuebox" "$@" --help | grep -oE '(^|[ ,])--?[a-z][a-z-]*' | tr -d ' ,' | sort -u; }
-for option in $(options_of); do
+options_in() { grep -oE '(^|[ ,])--?[a-z][a-z-]*' <<<"$1" | tr -d ' ,' | sort -u; }
+for option in $(options_in "$("$cuebox" --help)"); do
     grep -Eq "^ {7}(-[a-z], )?$option( |,|$)" <<<"$manual" || fail "man page lacks $option"
 done
 
@@ -112,17 +112,20 @@ complete_line() {
         COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _cuebox; printf "%s\n" "${COMPREPLY[@]}"' \
         _ "$share/bash-completion/completions/cuebox" "$1" | sort -u
 }
+first_words="$(complete_line "cuebox ")"
 for verb in $verbs; do
     grep -Eq "^ {7}$verb( |$)" "$tmp/verbs.txt" || fail "man page lacks the verb $verb"
-    complete_line "cuebox " | grep -qx "$verb" || fail "completion lacks the verb $verb"
+    grep -qx "$verb" <<<"$first_words" || fail "completion lacks the verb $verb"
     offered="$(complete_line "cuebox $verb --")"
-    for option in $(options_of "$verb"); do
+    help="$("$cuebox" "$verb" --help)"
+    for option in $(options_in "$help"); do
         [[ $option == -h || $option == --help ]] && continue
         grep -Eq "^ {7}(-[a-z], )?$option( |,|$)" <<<"$manual" || fail "man page lacks $option"
         grep -qx -- "$option" <<<"$offered" || fail "completion of $verb lacks $option"
         # Every value the help lists as a|b|c is completed.
-        values="$("$cuebox" "$verb" --help | grep -oE -- "$option [A-Za-z0-9-]+(\|[A-Za-z0-9-]+)+" |
-            head -1 | cut -d' ' -f2 | tr '|' '\n' || true)"
+        values="$(grep -oE -- "$option [A-Za-z0-9-]+(\|[A-Za-z0-9-]+)+" <<<"$help" | head -1 |
+            cut -d' ' -f2 | tr '|' '\n' || true)"
+        [[ -n $values ]] || continue
         completed="$(complete_line "cuebox $verb $option ")"
         for value in $values; do
             grep -qx -- "$value" <<<"$completed" || fail "completion of $verb $option lacks $value"
