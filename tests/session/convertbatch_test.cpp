@@ -29,23 +29,6 @@ int modeOf(const QString &path)
     return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 0777) : -1;
 }
 
-// Sets an environment variable for one scope.
-class ScopedEnv
-{
-public:
-    ScopedEnv(const char *name, const QByteArray &value)
-        : m_name(name), m_had(qEnvironmentVariableIsSet(name)), m_old(qgetenv(name))
-    {
-        qputenv(name, value);
-    }
-    ~ScopedEnv() { m_had ? qputenv(m_name, m_old) : qunsetenv(m_name); }
-
-private:
-    const char *m_name;
-    bool m_had;
-    QByteArray m_old;
-};
-
 VideoFacts loudVideo()
 {
     VideoFacts loud = FakeProbe::defaultVideo();
@@ -70,6 +53,9 @@ protected:
         QDir().mkpath(path("out"));
         touch("file");
     }
+    void TearDown() override { qputenv("XDG_CACHE_HOME", m_cache); }
+
+    const QByteArray m_cache = qgetenv("XDG_CACHE_HOME"); // the test main's, put back after
 };
 
 } // namespace
@@ -124,7 +110,7 @@ TEST_F(ConvertBatch, FoldersThatCannotBeMadeSayWhy)
     const QString notADir =
         QStringLiteral("Could not create the folder (%1): ").arg(systemText(ENOTDIR));
     touch("out/ArenaBackup_" + kStamp);
-    const ScopedEnv cache("XDG_CACHE_HOME", QFile::encodeName(path("file")));
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(path("file")));
     struct Row {
         const char *name;
         std::function<QCoro::Task<>()> run;
@@ -152,7 +138,7 @@ TEST_F(ConvertBatch, FoldersThatCannotBeMadeSayWhy)
 TEST_F(ConvertBatch, StrippedClipsGoToAPrivateFolderOfTheUser)
 {
     const QString cache = path("cache");
-    const ScopedEnv env("XDG_CACHE_HOME", QFile::encodeName(cache));
+    qputenv("XDG_CACHE_HOME", QFile::encodeName(cache));
     const QString folder = cache + "/Cuebox/StripAudio";
     m_probe->setVideo("04_loud.mov", loudVideo()); // stays loud, so each row strips it again
     struct Row {
