@@ -1,5 +1,6 @@
 #include "mediainspector.h"
 
+#include "model/filesystem.h"
 #include "model/pathnames.h"
 
 #include <QFileInfo>
@@ -134,7 +135,9 @@ MediaClip inspect(const QString &path, const InspectionRules &rules, const Media
 {
     MediaClip clip = MediaClip::forFile(path);
     clip.fileSize = fileSizeOf(path);
-    if (PathNames::isImage(path))
+    if (FileSystem::isSpecial(path)) // never opened: a pipe would block the probe for ever
+        addFailure(clip, IssueKind::readError, FileSystem::notRegularText());
+    else if (PathNames::isImage(path))
         inspectImage(clip, rules, probe, stop);
     else
         inspectVideo(clip, rules, probe, stop);

@@ -2,6 +2,7 @@
 
 #include "fitsize.h"
 #include "heif/heifimage.h"
+#include "model/filesystem.h"
 
 #include <QImageReader>
 
@@ -22,6 +23,8 @@ QImage readUpright(const QString &path, std::optional<QSize> scaled)
 
 ImageFacts readFacts(const QString &path)
 {
+    if (FileSystem::isSpecial(path)) // a pipe would block the reader for ever
+        return {};
     if (HeifImage::looksLikeHeif(path))
         return HeifImage::readFacts(path);
     QImageReader reader(path);
@@ -40,6 +43,8 @@ ImageFacts readFacts(const QString &path)
 
 QImage thumbnail(const QString &path, int maxSide)
 {
+    if (FileSystem::isSpecial(path))
+        return {};
     if (HeifImage::looksLikeHeif(path))
         return HeifImage::thumbnail(path, maxSide);
     const QSize box(maxSide, maxSide);
@@ -47,10 +52,12 @@ QImage thumbnail(const QString &path, int maxSide)
     {
         QImageReader probe(path);
         const QSize stored = probe.size();
-        // Scaling happens before the orientation turn, and a turn keeps the long side long, so
-        // fitting the stored size into the square fits the upright picture too. JPEG decodes
-        // straight at a fraction of its size this way.
-        if (stored.isValid() && fitWithin(stored, box) != stored)
+        // JPEG decodes straight at a fraction of its size; that is worth a scaled read. Other
+        // readers only scale after decoding, with QImage::scaled, which gets 1-bit pictures
+        // wrong (see below), so they are read whole and scaled here. Scaling happens before the
+        // orientation turn, and a turn keeps the long side long, so fitting the stored size
+        // into the square fits the upright picture too.
+        if (probe.format() == "jpeg" && stored.isValid() && fitWithin(stored, box) != stored)
             scaled = fitWithin(stored, box);
     }
     QImage image = readUpright(path, scaled);
@@ -61,6 +68,11 @@ QImage thumbnail(const QString &path, int maxSide)
     const QSize size = fitWithin(image.size(), box);
     if (size == image.size())
         return image;
+    // QImage scales a 1-bit picture into a 1-bit one with a black-and-white colour table, not
+    // the picture's own two colours: a blue slate came out black. Scale in 32 bits.
+    if (image.depth() < 32)
+        image = image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                              : QImage::Format_RGB32);
     return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 

@@ -4,12 +4,17 @@
 #include "filecopy.h"
 #include "manifest.h"
 #include "model/arenanamer.h"
+#include "model/filesystem.h"
 #include "model/pathnames.h"
 #include "timestamp.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <cerrno>
+
+#include <unistd.h>
 
 namespace PackExporter {
 
@@ -40,9 +45,11 @@ QString csvLine(const MediaClip &clip)
         .join(u',');
 }
 
-Error fileError(const QString &message, const QString &path)
+// "Could not write the file (No space left on device)": what failed and the system's reason.
+Error fileError(const QString &message, int code, const QString &path)
 {
-    return Error{Error::Kind::WriteFailed, message, path, 0};
+    return Error{Error::Kind::WriteFailed,
+                 message + QStringLiteral(" (") + FileSystem::errorText(code) + u')', path, 0};
 }
 
 } // namespace
@@ -108,8 +115,8 @@ Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to,
         return Error{Error::Kind::Invalid, kEmptyText, {}, 0};
     const QString pack = QDir(to).filePath(folderName(options.showPrefix, now));
     const QString media = QDir(pack).filePath(QStringLiteral("media"));
-    if (!QDir().mkpath(media))
-        return fileError(QStringLiteral("Could not create the folder"), media);
+    if (const Status made = FileSystem::makeFolders(media); !made)
+        return made.error();
 
     Progress state;
     state.total = clips.size();
@@ -142,13 +149,17 @@ Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to,
                 QFile::remove(partial);
                 return copied.error();
             }
-            if (QFileInfo::exists(destination) && !QFile::remove(destination)) {
+            if (QFileInfo::exists(destination) &&
+                ::unlink(QFile::encodeName(destination).constData()) != 0) {
+                const int error = errno;
                 QFile::remove(partial);
-                return fileError(QStringLiteral("Could not replace the file"), destination);
+                return fileError(QStringLiteral("Could not replace the file"), error, destination);
             }
-            if (!QFile::rename(partial, destination)) {
+            if (::rename(QFile::encodeName(partial).constData(),
+                         QFile::encodeName(destination).constData()) != 0) {
+                const int error = errno;
                 QFile::remove(partial);
-                return fileError(QStringLiteral("Could not write the file"), destination);
+                return fileError(QStringLiteral("Could not write the file"), error, destination);
             }
         }
         MediaClip copyOfClip = clip;

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -54,6 +55,48 @@ struct Reader {
     }
 };
 
+bool isHexDigit(QChar c)
+{
+    return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+}
+
+// The 36-character form only (hex digits in either case, hyphens at 8, 13, 18 and 23). The
+// all-zero UUID is a valid identity like any other; no braces, no other spellings.
+std::optional<QUuid> parseUuid(const QString &text)
+{
+    if (text.size() != 36)
+        return std::nullopt;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool hyphen = i == 8 || i == 13 || i == 18 || i == 23;
+        if (hyphen ? text[i] != u'-' : !isHexDigit(text[i]))
+            return std::nullopt;
+    }
+    return QUuid::fromString(text);
+}
+
+// Standard Base64 with its padding, nothing skipped: a damaged bookmark is a damaged file.
+std::optional<QByteArray> parseBase64(const QString &text)
+{
+    const QByteArray bytes = text.toLatin1(); // anything beyond Latin-1 becomes '?', refused
+    if (bytes.size() % 4 != 0)
+        return std::nullopt;
+    auto decoded = QByteArray::fromBase64Encoding(bytes, QByteArray::AbortOnBase64DecodingErrors);
+    if (decoded.decodingStatus != QByteArray::Base64DecodingStatus::Ok)
+        return std::nullopt;
+    return decoded.decoded;
+}
+
+// An internet date-time: date, "T", time to the second, and a zone ("Z" or ±hh:mm), as the
+// project writer makes it. A bare date or a time without a zone is no moment at all.
+QDateTime parseDateTime(const QString &text)
+{
+    static const QRegularExpression form(QStringLiteral(
+        R"(^[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}(Z|[+-][0-9]{2}:[0-9]{2})$)"));
+    if (!form.match(text).hasMatch())
+        return {};
+    return QDateTime::fromString(text, Qt::ISODate);
+}
+
 std::optional<PackProjectClip> decodeClip(const QJsonValue &value)
 {
     if (!value.isObject())
@@ -61,19 +104,23 @@ std::optional<PackProjectClip> decodeClip(const QJsonValue &value)
     const QJsonObject object = value.toObject();
     Reader r{object};
     PackProjectClip clip;
-    clip.id = QUuid::fromString(r.text("id"));
+    const std::optional<QUuid> id = parseUuid(r.text("id"));
     clip.path = r.text("path");
     clip.originalName = r.text("originalName");
     clip.arenaName = r.text("arenaName");
     clip.cueIndex = r.integer("cueIndex");
-    if (object.contains(QLatin1String("bookmark"))) {
-        const QJsonValue bookmark = object.value(QLatin1String("bookmark"));
+    // null counts as absent, as for any optional value.
+    const QJsonValue bookmark = object.value(QLatin1String("bookmark"));
+    if (!bookmark.isUndefined() && !bookmark.isNull()) {
         if (!bookmark.isString())
             return std::nullopt;
-        clip.bookmark = QByteArray::fromBase64(bookmark.toString().toLatin1());
+        clip.bookmark = parseBase64(bookmark.toString());
+        if (!clip.bookmark)
+            return std::nullopt;
     }
-    if (!r.ok || clip.id.isNull())
+    if (!r.ok || !id)
         return std::nullopt;
+    clip.id = *id;
     return clip;
 }
 
@@ -125,7 +172,7 @@ std::optional<PackProjectFile> decode(const QByteArray &bytes)
     file.convertFormat = r.text("convertFormat");
     file.stripAudioOnConvert = r.flag("stripAudioOnConvert");
     file.forceEvenDimensions = r.flag("forceEvenDimensions");
-    file.createdAt = QDateTime::fromString(r.text("createdAt"), Qt::ISODate);
+    file.createdAt = parseDateTime(r.text("createdAt"));
     const QJsonValue clips = r.need("clips", QJsonValue::Array);
     if (!r.ok || !file.createdAt.isValid())
         return std::nullopt;

@@ -1,13 +1,11 @@
 #include "contentfingerprint.h"
 
 #include "media/heldfiles.h"
-
-#include <QFile>
+#include "model/filesystem.h"
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -74,9 +72,11 @@ QString make(const QString &path, std::optional<double> duration, qint64 fileSiz
         (QString::number(fileSize) + u'|' + QString::number(tenths(duration).value_or(0))).toUtf8();
     EVP_DigestUpdate(context.get(), header.constData(), static_cast<size_t>(header.size()));
 
+    // A descriptor lent by the reader ahead is a regular file already; otherwise a pipe or a
+    // device named like media is never opened: its name and size stand alone.
     FileCloser file{HeldFiles::borrow(path)};
     if (file.fd < 0)
-        file.fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        file.fd = FileSystem::openForReading(path);
     if (file.fd >= 0) {
         std::vector<char> buffer(static_cast<size_t>(kSampleBytes));
         qint64 n = readUpTo(file.fd, buffer.data(), kSampleBytes, 0);

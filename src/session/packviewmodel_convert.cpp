@@ -4,12 +4,14 @@
 #include "l10n/apppreferences.h"
 #include "media/mediaconversion.h"
 #include "model/arenanamer.h"
+#include "model/filesystem.h"
 #include "model/pathnames.h"
 #include "output/filecopy.h"
 #include "output/timestamp.h"
 #include "session/alley.h"
 #include "session/platform.h"
 #include "session/progressbox.h"
+#include "session/workfolder.h"
 
 #include <QCoroFuture>
 #include <QDir>
@@ -25,10 +27,11 @@ const QString kCancelled = QStringLiteral("Cancelled");
 Result<QString> backupClips(const QList<MediaClip> &clips, const QString &folder,
                             std::stop_token stop)
 {
-    if (!QDir().mkpath(folder))
-        return Error{Error::Kind::WriteFailed, QStringLiteral("Could not create the folder"),
-                     folder, 0};
+    if (const Status made = FileSystem::makeFolders(folder); !made)
+        return made.error();
     for (const MediaClip &clip : clips) {
+        if (stop.stop_requested())
+            return Error{Error::Kind::Cancelled, kCancelled, {}, 0};
         const QString name = PathNames::lastComponent(clip.sourcePath());
         QString candidate = QDir(folder).filePath(name);
         const QString stem = PathNames::deletingExtension(name);
@@ -80,8 +83,10 @@ QCoro::Task<> PackViewModel::convertBatch(QList<MediaClip> targets, QString fold
         co_return;
     }
     const std::stop_token stop = m_conversionStop.get_token();
-    setConverting(true);
+    setConverting(true); // already on when a backup came first
     setConvertProgress(0.0);
+    // Read once: switching a setting in the studio while the batch runs must not change the
+    // clips still to come.
     const ConvertOptions options{m_convertFormat, dropAudio, m_forceEvenDimensions};
     const qsizetype n = targets.size();
     qint64 written = 0;
@@ -97,7 +102,7 @@ QCoro::Task<> PackViewModel::convertBatch(QList<MediaClip> targets, QString fold
             120);
         // Stills convert as stills whatever the target format says.
         const bool image = clip.isImage() && !stripping;
-        const bool even = m_forceEvenDimensions;
+        const bool even = options.forceEvenDimensions;
         const std::shared_ptr<const MediaConversion> conversion = m_services.conversion;
         QFuture<Result<QString>> future = QtConcurrent::run([=]() -> Result<QString> {
             const auto report = [box](double p) { box->store(p); };
@@ -165,14 +170,19 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
     if (!chosen)
         co_return;
     m_services.preferences->rememberExportFolder(*chosen);
+    // Busy, and cancellable, from here on: a long backup is part of the batch, and a second
+    // batch started meanwhile would write into the same folders.
+    setConverting(true);
+    setConvertProgress(0.0);
 
     const QString stamp = folderTimestamp(m_services.clock());
     const QString name =
         QStringLiteral("ArenaReady_") +
         (m_showPrefix.isEmpty() ? QString() : ArenaNamer::sanitize(m_showPrefix) + u'_') + stamp;
     const QString output = QDir(*chosen).filePath(name);
-    if (!QDir().mkpath(output)) {
-        setStatus(PackStatus::error(QStringLiteral("Could not create the folder: ") + output));
+    if (const Status made = FileSystem::makeFolders(output); !made) {
+        setConverting(false);
+        setStatus(PackStatus::error(describe(made.error())));
         co_return;
     }
     if (m_services.preferences->autoBackupBeforeConvert()) {
@@ -185,6 +195,7 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
         if (!self)
             co_return;
         if (!backup) {
+            setConverting(false);
             setStatus(PackStatus::error(describe(backup.error())));
             co_return;
         }
@@ -219,9 +230,12 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
     if (targets.isEmpty())
         co_return;
     m_conversionStop = std::stop_source();
-    const QString folder = QDir(QDir::tempPath()).filePath(QStringLiteral("Cuebox_StripAudio"));
-    QDir().mkpath(folder); // a failure shows as the first conversion's own error
-    co_await convertBatch(targets, folder, true, true);
+    const Result<QString> folder = WorkFolder::prepareStripAudio();
+    if (!folder) {
+        setStatus(PackStatus::error(describe(folder.error())));
+        co_return;
+    }
+    co_await convertBatch(targets, *folder, true, true);
 }
 
 void PackViewModel::cancelConversion()

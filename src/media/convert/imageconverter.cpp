@@ -30,7 +30,7 @@ ConvertResult MediaConverter::convertImage(const MediaClip &clip, const QString 
     if (!clip.sourceURL.isLocalFile())
         return MediaConverterError::unsupported();
     const QString source = clip.sourcePath();
-    Result<QString> target = OutputNames::targetPath(source, folder, clip.arenaName, u".png");
+    Result<QString> target = OutputNames::targetPath(folder, clip.arenaName, u".png");
     if (!target)
         return MediaConverterError::exportFailed(target.error().message);
 

@@ -6,10 +6,10 @@
 
 namespace OutputNames {
 
-// folder / (arenaName + extension), once it is safe to write there: the folder exists, the
-// name is a plain file name, and the result is not the source itself (a conversion never
-// replaces the file it reads). The error message says which of these failed.
-Result<QString> targetPath(const QString &sourcePath, const QString &folder,
-                           const QString &arenaName, QStringView extension);
+// folder / (arenaName + extension), once it is safe to write there: the folder exists and the
+// name is a plain file name. The error message says which of these failed. The result may be
+// the source itself (converted again into the same folder): the output is written under a
+// hidden name while the source is read, and renamed over it only when complete.
+Result<QString> targetPath(const QString &folder, const QString &arenaName, QStringView extension);
 
 } // namespace OutputNames

@@ -2,6 +2,7 @@
 
 #include "media/heif/heifhandles.h"
 #include "media/heif/heifimage.h"
+#include "model/filesystem.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -88,6 +89,8 @@ QImage readHeif(const QString &path)
 
 QImage StoredImage::read(const QString &path)
 {
+    if (FileSystem::isSpecial(path)) // a pipe would block the reader for ever
+        return {};
     if (HeifImage::looksLikeHeif(path))
         return readHeif(path);
     QImageReader reader(path);

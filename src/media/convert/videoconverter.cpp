@@ -92,7 +92,7 @@ ConvertResult MediaConverter::convertVideo(const MediaClip &clip, const QString 
     if (!clip.sourceURL.isLocalFile())
         return MediaConverterError::unsupported();
     const QString source = clip.sourcePath();
-    Result<QString> target = OutputNames::targetPath(source, folder, clip.arenaName, u".mov");
+    Result<QString> target = OutputNames::targetPath(folder, clip.arenaName, u".mov");
     if (!target)
         return MediaConverterError::exportFailed(target.error().message);
     if (stop.stop_requested())

@@ -17,6 +17,12 @@ QList<ConvertOptions> FakeConversion::options() const
     return m_options;
 }
 
+QList<bool> FakeConversion::forceEvenArguments() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_forceEven;
+}
+
 Result<QString> FakeConversion::write(const MediaClip &clip, const QString &folder,
                                       const QString &extension,
                                       const std::function<void(double)> &progress,
@@ -60,8 +66,13 @@ Result<QString> FakeConversion::convertVideo(const MediaClip &clip, const QStrin
     return write(clip, folder, QStringLiteral(".mov"), progress, stop);
 }
 
-Result<QString> FakeConversion::convertImage(const MediaClip &clip, const QString &folder, bool,
+Result<QString> FakeConversion::convertImage(const MediaClip &clip, const QString &folder,
+                                             bool forceEven,
                                              const std::function<void(double)> &progress) const
 {
+    {
+        QMutexLocker lock(&m_mutex);
+        m_forceEven.append(forceEven);
+    }
     return write(clip, folder, QStringLiteral(".png"), progress, {});
 }

@@ -18,6 +18,7 @@ public:
     void setDelay(std::chrono::milliseconds delay) { m_delayMs = delay.count(); }
     int calls() const { return m_calls; }
     QList<ConvertOptions> options() const;
+    QList<bool> forceEvenArguments() const; // of every convertImage call, in order
 
     Result<QString> convertVideo(const MediaClip &clip, const QString &folder,
                                  const ConvertOptions &options,
@@ -33,6 +34,7 @@ private:
     mutable QMutex m_mutex;
     QHash<QString, QString> m_failures;
     mutable QList<ConvertOptions> m_options;
+    mutable QList<bool> m_forceEven;
     std::atomic<long long> m_delayMs{0};
     mutable std::atomic<int> m_calls{0};
 };

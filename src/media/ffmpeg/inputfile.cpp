@@ -1,14 +1,15 @@
 #include "inputfile.h"
 
 #include "media/heldfiles.h"
+#include "model/filesystem.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <mutex>
 
 namespace {
@@ -45,18 +46,14 @@ const QByteArray &demuxerWhitelist()
     return list;
 }
 
-QString notRegularText(const std::filesystem::path &path)
+QString refusalText(const QString &path)
 {
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (error)
-        return {}; // let FFmpeg say why (missing file, dangling link, no permission)
-    if (std::filesystem::is_directory(status))
+    if (QFileInfo(path).isDir())
         return avErrorText(AVERROR(EISDIR));
-    if (!std::filesystem::is_regular_file(status))
+    if (FileSystem::isSpecial(path))
         // A pipe or a device could block a read forever, out of reach of any deadline.
-        return QStringLiteral("Not a regular file");
-    return {};
+        return FileSystem::notRegularText();
+    return {}; // FFmpeg says why a missing file, a dangling link or a locked file fails
 }
 
 // Reads a descriptor lent by a reader ahead of the probe (see HeldFiles): the open it already
@@ -170,8 +167,7 @@ Result<InputFile> InputFile::open(const QString &path, std::stop_token stop,
         return Error{Error::Kind::Unreadable, text.isEmpty() ? avErrorText(code) : text, path,
                      code};
     };
-    if (const QString text = notRegularText(std::filesystem::path(local.toStdString()));
-        !text.isEmpty())
+    if (const QString text = refusalText(path); !text.isEmpty())
         return fail(AVERROR(EINVAL), text);
 
     auto guard = std::make_unique<Guard>();

@@ -149,22 +149,6 @@ TEST_F(VideoFailure, MissingTargetFolderFails)
     EXPECT_EQ(result.error().description(), QStringLiteral("No such file or directory"));
 }
 
-// A clip already named like its output, converted into its own folder: the movie would
-// replace the very file it is made from, so nothing is written and the source survives.
-TEST_F(VideoFailure, OutputThatWouldReplaceTheSourceIsRefused)
-{
-    const QString source = m_folder.filePath(QStringLiteral("03_show.mov"));
-    ASSERT_TRUE(QFile::copy(path(QStringLiteral("av.mov")), source));
-    const Snapshot before = Snapshot::of(source);
-    const ConvertResult result = MediaConverter::convertVideo(
-        clipFor(source, QStringLiteral("03_show")), m_folder.path(), ConvertOptions{}, {}, {});
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error(), MediaConverterError::exportFailed(QStringLiteral(
-                                  "The converted file would replace its own source")));
-    EXPECT_EQ(Snapshot::of(source), before);
-    EXPECT_EQ(entries(m_folder.path()), QStringList{QStringLiteral("03_show.mov")});
-}
-
 TEST_F(VideoFailure, NameThatIsNotAPlainFileNameIsRefused)
 {
     const char *const names[] = {"", "../escape", "a/b", ".."};
