@@ -5,7 +5,7 @@
 #include "media/mediaconversion.h"
 #include "model/arenanamer.h"
 #include "model/pathnames.h"
-#include "output/filecopy.h"
+#include "output/packbackup.h"
 #include "output/timestamp.h"
 #include "session/alley.h"
 #include "session/platform.h"
@@ -20,31 +20,6 @@
 namespace {
 
 const QString kCancelled = QStringLiteral("Cancelled");
-
-// Backup copies keep the source name; a second clip.mov becomes clip_1.mov, and so on.
-Result<QString> backupClips(const QList<MediaClip> &clips, const QString &folder,
-                            std::stop_token stop)
-{
-    if (!QDir().mkpath(folder))
-        return Error{Error::Kind::WriteFailed, QStringLiteral("Could not create the folder"),
-                     folder, 0};
-    for (const MediaClip &clip : clips) {
-        const QString name = PathNames::lastComponent(clip.sourcePath());
-        QString candidate = QDir(folder).filePath(name);
-        const QString stem = PathNames::deletingExtension(name);
-        const QString extension = PathNames::extension(name);
-        for (int k = 1; QFileInfo::exists(candidate); ++k) {
-            candidate = QDir(folder).filePath(stem + u'_' + QString::number(k) +
-                                              (extension.isEmpty() ? QString() : u'.' + extension));
-        }
-        const Status copied = copyFileFast(clip.sourcePath(), candidate, stop, {});
-        if (!copied) {
-            QFile::remove(candidate);
-            return copied.error();
-        }
-    }
-    return folder;
-}
 
 QString describe(const Error &error)
 {
@@ -171,24 +146,51 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
         QStringLiteral("ArenaReady_") +
         (m_showPrefix.isEmpty() ? QString() : ArenaNamer::sanitize(m_showPrefix) + u'_') + stamp;
     const QString output = QDir(*chosen).filePath(name);
+    const bool backup = m_services.preferences->autoBackupBeforeConvert();
+    QStringList sources;
+    for (const MediaClip &clip : std::as_const(selection))
+        sources.append(clip.sourcePath());
+    {
+        QPointer<PackViewModel> self(this);
+        // The backup and the converted files land side by side in the chosen folder.
+        const ConvertOptions estimated{m_convertFormat, m_stripAudioOnConvert,
+                                       m_forceEvenDimensions};
+        const bool room = co_await checkRoom(*chosen, [=] {
+            return RoomCheck::conversionBytes(selection, estimated) +
+                   (backup ? RoomCheck::copyBytes(sources) : 0);
+        });
+        if (!self || !room)
+            co_return;
+    }
     if (!QDir().mkpath(output)) {
         setStatus(PackStatus::error(QStringLiteral("Could not create the folder: ") + output));
         co_return;
     }
-    if (m_services.preferences->autoBackupBeforeConvert()) {
+    if (backup) {
         QPointer<PackViewModel> self(this);
         const QString backupFolder = QDir(*chosen).filePath(QStringLiteral("ArenaBackup_") + stamp);
         const std::stop_token stop = m_conversionStop.get_token();
-        QFuture<Result<QString>> copying = QtConcurrent::run(
-            [selection, backupFolder, stop] { return backupClips(selection, backupFolder, stop); });
-        Result<QString> backup = co_await copying;
+        const CopyFile copy = m_services.copyFile;
+        const ReadBack readBack =
+            m_services.preferences->verifyCopies() ? ReadBack::on : ReadBack::off;
+        auto box = std::make_shared<ProgressBox<PackExporter::Progress>>();
+        auto sampler = sampleProgress<PackExporter::Progress>(
+            this, box, [this](const PackExporter::Progress &p) {
+                setStatus(PackStatus::backingUp(p.index, p.total, p.fileName));
+            });
+        QFuture<Result<QString>> copying = QtConcurrent::run([=] {
+            return PackBackup::backupFiles(
+                sources, backupFolder, copy, readBack,
+                [box](const PackExporter::Progress &p) { box->store(p); }, stop);
+        });
+        Result<QString> copied = co_await copying;
         if (!self)
             co_return;
-        if (!backup) {
-            setStatus(PackStatus::error(describe(backup.error())));
+        if (!copied) {
+            setStatus(PackStatus::error(describe(copied.error())));
             co_return;
         }
-        setLastBackupURL(QUrl::fromLocalFile(*backup));
+        setLastBackupURL(QUrl::fromLocalFile(*copied));
     }
     co_await convertBatch(selection, output, m_stripAudioOnConvert, false);
 }
@@ -221,6 +223,14 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
     m_conversionStop = std::stop_source();
     const QString folder = QDir(QDir::tempPath()).filePath(QStringLiteral("Cuebox_StripAudio"));
     QDir().mkpath(folder); // a failure shows as the first conversion's own error
+    {
+        QPointer<PackViewModel> self(this);
+        const ConvertOptions estimated{m_convertFormat, true, m_forceEvenDimensions};
+        const bool room = co_await checkRoom(
+            folder, [=] { return RoomCheck::conversionBytes(targets, estimated); });
+        if (!self || !room)
+            co_return;
+    }
     co_await convertBatch(targets, folder, true, true);
 }
 

@@ -123,6 +123,7 @@ protected:
             services.localization = &m_localization;
             services.preferences = &m_preferences;
             services.copyFile = m_copyFile;
+            services.freeSpace = m_freeSpace;
             services.requestThumbnail = [this](const MediaClip &clip) {
                 m_thumbnailRequests.append(clip.sourcePath());
             };
@@ -182,6 +183,7 @@ protected:
     ScriptedPanels m_panels;
     RecordingDesktop m_desktop;
     PackExporter::CopyFile m_copyFile;
+    RoomCheck::FreeSpace m_freeSpace;
     std::unique_ptr<PackViewModel> m_vm;
     QStringList m_statuses;
     int m_touches = 0;
