@@ -155,10 +155,13 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
         // The backup and the converted files land side by side in the chosen folder.
         const ConvertOptions estimated{m_convertFormat, m_stripAudioOnConvert,
                                        m_forceEvenDimensions};
-        const bool room = co_await checkRoom(*chosen, [=] {
+        // Named, not temporaries of the co_await expression: GCC 12 destroys those twice.
+        const std::function<qint64()> needed = [=] {
             return RoomCheck::conversionBytes(selection, estimated) +
                    (backup ? RoomCheck::copyBytes(sources) : 0);
-        });
+        };
+        QCoro::Task<bool> checking = checkRoom(*chosen, needed);
+        const bool room = co_await checking;
         if (!self || !room)
             co_return;
     }
@@ -226,8 +229,11 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
     {
         QPointer<PackViewModel> self(this);
         const ConvertOptions estimated{m_convertFormat, true, m_forceEvenDimensions};
-        const bool room = co_await checkRoom(
-            folder, [=] { return RoomCheck::conversionBytes(targets, estimated); });
+        const std::function<qint64()> needed = [=] {
+            return RoomCheck::conversionBytes(targets, estimated);
+        };
+        QCoro::Task<bool> checking = checkRoom(folder, needed);
+        const bool room = co_await checking;
         if (!self || !room)
             co_return;
     }

@@ -55,8 +55,10 @@ QCoro::Task<> PackViewModel::exportPackInto(QString folder)
     QStringList sources;
     for (const MediaClip &clip : clips)
         sources.append(clip.sourcePath());
-    const bool room =
-        co_await checkRoom(folder, [sources] { return RoomCheck::copyBytes(sources); });
+    // Named, not temporaries of the co_await expression: GCC 12 destroys those twice.
+    const std::function<qint64()> needed = [sources] { return RoomCheck::copyBytes(sources); };
+    QCoro::Task<bool> checking = checkRoom(folder, needed);
+    const bool room = co_await checking;
     if (!self)
         co_return;
     if (!room) {
