@@ -14,8 +14,13 @@ std::optional<Verb> verbOf(const QString &word)
         return Verb::convert;
     if (word == u"strip-audio")
         return Verb::stripAudio;
+    if (word == u"verify")
+        return Verb::verify;
     return std::nullopt;
 }
+
+const char *const kVerifyOption =
+    "  --no-verify            Do not read the copies back from the drive to compare them.\n";
 
 const char *const kCheckOptions =
     "  --profile landscape169|ledWall|vertical   Stage screen the risk rules judge for.\n"
@@ -45,7 +50,7 @@ QString cliUsage(const QString &verb)
                               "Writes the pack folder (media/, cues.csv, manifest.json, "
                               "README.txt) into DIR\nand prints its path.\n\nOptions:\n"
                               "  --to DIR               Folder the pack folder is made in.\n") +
-               QLatin1String(kCheckOptions);
+               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
     } else if (verb == u"convert") {
         text = QStringLiteral(
                    "Usage: cuebox convert [options] PATH... --to DIR\n\n"
@@ -58,16 +63,25 @@ QString cliUsage(const QString &verb)
                    "  --keep-audio           Keep the first audio track.\n"
                    "  --no-even              Keep odd pixel sizes of stills.\n"
                    "  --no-backup            Do not back up the originals first.\n") +
-               QLatin1String(kCheckOptions);
+               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
     } else if (verb == u"strip-audio") {
         text = QStringLiteral("Usage: cuebox strip-audio [options] PATH... [--to DIR]\n\n"
                               "Re-encodes every video with audio without it. With --to, the "
                               "pack is then\nexported into DIR.\n\nOptions:\n") +
-               QLatin1String(kCheckOptions);
+               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
+    } else if (verb == u"verify") {
+        text = QStringLiteral(
+            "Usage: cuebox verify [--lang LANG] FOLDER\n\n"
+            "Reads every file listed in FOLDER/checksums.sha256 (a pack or a backup) back\n"
+            "from the drive, several at once, and prints one line per file that is missing,\n"
+            "differs or cannot be read, and per file in media/ that the list does not name;\n"
+            "then a summary.\n"
+            "Exit status: 0 everything matches, 1 a problem was found, 2 no checksum file\n"
+            "or a usage error.\n");
     } else {
         text = QStringLiteral(
             "Usage: cuebox [FOLDER...]\n"
-            "       cuebox check|export|convert|strip-audio [options] PATH...\n"
+            "       cuebox check|export|convert|strip-audio|verify [options] PATH...\n"
             "       cuebox --help | --version | VERB --help\n\n"
             "Cuebox checks show media for Resolume Arena: it finds every video and still in a "
             "show\nfolder, judges how safe each clip is to play live, names clips in cue order "
@@ -77,7 +91,8 @@ QString cliUsage(const QString &verb)
             "  check        Print the verdict of every clip, the checklist and the report.\n"
             "  export       Export the pack folder.\n"
             "  convert      Convert clips to Arena-friendly files, with a backup.\n"
-            "  strip-audio  Re-encode videos without their audio.\n\n"
+            "  strip-audio  Re-encode videos without their audio.\n"
+            "  verify       Check a pack folder against its checksums.sha256.\n\n"
             "Options:\n"
             "  -h, --help     Show this help (or a verb's help) and exit.\n"
             "  -v, --version  Show the version and exit.\n");
@@ -166,12 +181,17 @@ CliParse parseCli(const QStringList &args)
             parsed.even = false;
         } else if (arg == u"--no-backup" && parsed.verb == Verb::convert) {
             parsed.backup = false;
+        } else if (arg == u"--no-verify" && parsed.verb != Verb::check &&
+                   parsed.verb != Verb::verify) {
+            parsed.verifyCopies = false;
         } else if (arg.startsWith(u'-') && arg != u"-") {
             return {std::nullopt, QStringLiteral("unknown option '%1' for %2").arg(arg, first)};
         } else {
             parsed.paths.append(arg);
         }
     }
+    if (parsed.verb == Verb::verify && (parsed.paths.size() != 1 || parsed.project))
+        return {std::nullopt, QStringLiteral("verify needs exactly one FOLDER")};
     if (parsed.paths.isEmpty() && !parsed.project)
         return {std::nullopt,
                 QStringLiteral("%1 needs at least one PATH (or --project FILE)").arg(first)};

@@ -112,6 +112,8 @@ private:
             fraction = m_session.convertProgress();
         else if (status.kind() == PackStatus::Kind::exporting)
             fraction = m_session.exportProgress();
+        else if (status.kind() == PackStatus::Kind::verifying)
+            fraction = m_session.verifyProgress();
         QString line = status.text(m_strings);
         if (fraction >= 0) {
             const int filled = int(fraction * 24 + 0.5);
@@ -162,10 +164,51 @@ QString privateStoreTemplate()
 
 int failIfError(const PackViewModel &session, const L10n &strings)
 {
-    if (session.status().kind() != PackStatus::Kind::error)
+    if (!session.status().isFailure())
         return 0;
     QTextStream(stderr) << "cuebox: " << session.status().text(strings) << "\n";
     return 1;
+}
+
+// From here on Ctrl-C cancels the running operation cleanly instead of ending the process.
+std::unique_ptr<QTimer> watchInterrupts(PackViewModel &session)
+{
+    std::signal(SIGINT, onInterrupt);
+    std::signal(SIGTERM, onInterrupt);
+    auto timer = std::make_unique<QTimer>();
+    QObject::connect(timer.get(), &QTimer::timeout, [&session] {
+        if (g_interrupted) {
+            session.cancelConversion();
+            session.cancelExport();
+            session.cancelVerify();
+        }
+    });
+    timer->start(50);
+    return timer;
+}
+
+// One line per problem on stdout, then the summary; the exit status says whether it passed.
+int runVerify(PackViewModel &session, const QString &folder, const L10n &strings)
+{
+    {
+        ProgressPrinter progress(session, strings);
+        QCoro::waitFor(session.verifyPackAt(QFileInfo(folder).absoluteFilePath()));
+    }
+    if (g_interrupted)
+        return 130;
+    if (session.status().kind() == PackStatus::Kind::noChecksums) {
+        QTextStream(stderr) << "cuebox: " << session.status().text(strings) << "\n";
+        return 2;
+    }
+    const std::optional<PackVerifier::Report> &report = session.lastVerifyReport();
+    if (!report)
+        return failIfError(session, strings);
+    QTextStream out(stdout);
+    for (const PackVerifier::Finding &finding : report->findings)
+        out << strings.format(PackVerifier::problemKey(finding.problem), {finding.path}) << "\n";
+    out << strings.format(u"cli.verify.summary", {report->checked, qint64(report->findings.size())})
+        << "\n";
+    return report->passed() ? 0 : 1;
 }
 
 int runVerb(const CliArguments &args)
@@ -178,6 +221,7 @@ int runVerb(const CliArguments &args)
     localization.setLanguage(args.language);
     AppPreferences preferences(settings);
     preferences.setAutoBackupBeforeConvert(args.backup);
+    preferences.setVerifyCopies(args.verifyCopies);
     const L10n strings = localization.strings();
 
     ArgumentPanels panels(args);
@@ -206,6 +250,10 @@ int runVerb(const CliArguments &args)
         if (!QFileInfo::exists(path))
             return usageError(QStringLiteral("no such file or folder '%1'").arg(path), {});
     }
+    if (args.verb == Verb::verify) { // nothing to ingest: the folder is checked as it lies
+        const auto watch = watchInterrupts(session);
+        return runVerify(session, args.paths.front(), strings);
+    }
     {
         ProgressPrinter progress(session, strings);
         if (args.project)
@@ -226,17 +274,7 @@ int runVerb(const CliArguments &args)
     }
 
     QTextStream out(stdout);
-    std::signal(SIGINT, onInterrupt);
-    std::signal(SIGTERM, onInterrupt);
-    QTimer interruptWatch;
-    QObject::connect(&interruptWatch, &QTimer::timeout, [&] {
-        if (g_interrupted) {
-            session.cancelConversion();
-            session.cancelExport();
-        }
-    });
-    interruptWatch.start(50);
-
+    const auto watch = watchInterrupts(session);
     switch (args.verb) {
     case Verb::check: {
         if (args.json) {
@@ -302,6 +340,7 @@ int runVerb(const CliArguments &args)
     }
     case Verb::help:
     case Verb::version:
+    case Verb::verify:
         break;
     }
     return 0;
@@ -321,7 +360,7 @@ bool wants(const QStringList &args)
     }
     const QString &first = args.front();
     return first == u"check" || first == u"export" || first == u"convert" ||
-           first == u"strip-audio";
+           first == u"strip-audio" || first == u"verify";
 }
 
 int run(const QStringList &args)

@@ -10,6 +10,7 @@ AppPreferences::AppPreferences(QSettings &store, QObject *parent) : QObject(pare
     m_compactMode = m_store.value(compactKey, false).toBool();
     // Only an explicitly stored false turns backups off.
     m_autoBackupBeforeConvert = m_store.value(autoBackupKey, true).toBool();
+    m_verifyCopies = m_store.value(verifyCopiesKey, true).toBool();
     m_exportFolderHistory = SettingsStore::readStringList(m_store, exportHistoryKey);
 }
 
@@ -37,6 +38,16 @@ void AppPreferences::setAutoBackupBeforeConvert(bool on)
         return;
     m_autoBackupBeforeConvert = on;
     Q_EMIT autoBackupBeforeConvertChanged(on);
+}
+
+void AppPreferences::setVerifyCopies(bool on)
+{
+    m_store.setValue(verifyCopiesKey, on);
+    m_store.sync();
+    if (on == m_verifyCopies)
+        return;
+    m_verifyCopies = on;
+    Q_EMIT verifyCopiesChanged(on);
 }
 
 void AppPreferences::setExportFolderHistory(const QStringList &paths)

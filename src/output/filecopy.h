@@ -2,13 +2,21 @@
 
 #include "model/result.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <functional>
 #include <stop_token>
 
-// Copies one file with the fastest path the kernel offers: a reflink where the file system
-// shares blocks, then copy_file_range, then a plain read/write loop. The copy is flushed to
-// disk before it returns. `copiedBytes` reports the bytes added since the last report.
-Status copyFileFast(const QString &from, const QString &to, std::stop_token stop,
-                    const std::function<void(qint64)> &copiedBytes);
+// Copies one file and returns the SHA-256 of the bytes read from `from`, taken in the same
+// pass over the data: the source is read once. The copy gets the source's permission bits and
+// modification time and is flushed to disk before this returns. Only regular files are
+// copied. `copiedBytes` reports the bytes added since the last report.
+Result<QByteArray> copyFileHashing(const QString &from, const QString &to, std::stop_token stop,
+                                   const std::function<void(qint64)> &copiedBytes);
+
+// The SHA-256 of a file as the device holds it: the file is flushed and its cached pages are
+// dropped before it is read, so a copy that never reached the device does not pass. Only
+// regular files are read. `readBytes` reports the bytes read since the last report.
+Result<QByteArray> hashFromDevice(const QString &path, std::stop_token stop,
+                                  const std::function<void(qint64)> &readBytes);

@@ -1,11 +1,13 @@
 #include "packexporter.h"
 
 #include "atomicfile.h"
-#include "filecopy.h"
+#include "checksumfile.h"
+#include "jsonwriter.h"
 #include "manifest.h"
 #include "model/arenanamer.h"
 #include "model/filesystem.h"
 #include "model/pathnames.h"
+#include "sha256.h"
 #include "timestamp.h"
 
 #include <QDir>
@@ -15,6 +17,8 @@
 #include <cerrno>
 
 #include <unistd.h>
+#include <future>
+#include <mutex>
 
 namespace PackExporter {
 
@@ -94,20 +98,19 @@ QByteArray cuesCsv(const QList<MediaClip> &clips)
 
 QByteArray readme()
 {
-    return QString::fromUtf8(
-               "Cuebox pack\n"
-               "=================\n"
-               "1. Открой папку media/ в Resolume Arena (File → Import или drag into "
-               "Composition).\n"
-               "2. Имена файлов уже в формате cue: 01_..., 02_...\n"
-               "3. cues.csv / manifest.json — шпаргалка для режиссёра и бэкапа.\n"
-               "\n"
-               "Проверь жёлтые/красные клипы в отчёте до выезда.")
+    return QString::fromUtf8("Cuebox pack\n"
+                             "=================\n"
+                             "1. Открой папку media/ в Resolume Arena (File → Import или drag into "
+                             "Composition).\n"
+                             "2. Имена файлов уже в формате cue: 01_..., 02_...\n"
+                             "3. cues.csv / manifest.json — шпаргалка для режиссёра и бэкапа.\n"
+                             "\n"
+                             "Проверь жёлтые/красные клипы в отчёте до выезда.")
         .toUtf8();
 }
 
-Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to,
-                           const Options &options, const QDateTime &now, const CopyFile &copy,
+Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to, const Options &options,
+                           const QDateTime &now, const CopyFile &copy,
                            const std::function<void(const Progress &)> &progress,
                            std::stop_token stop)
 {
@@ -117,70 +120,118 @@ Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to,
     const QString media = QDir(pack).filePath(QStringLiteral("media"));
     if (const Status made = FileSystem::makeFolders(media); !made)
         return made.error();
+    const ReadBack readBack = options.verifyCopies ? ReadBack::on : ReadBack::off;
 
     Progress state;
     state.total = clips.size();
     for (const MediaClip &clip : clips)
         state.bytesTotal += qMax<qint64>(0, QFileInfo(clip.sourcePath()).size());
+    if (readBack == ReadBack::on)
+        state.bytesTotal *= 2;
 
     QList<MediaClip> exported;
     exported.reserve(clips.size());
+    QList<ChecksumFile::Entry> sums;
+    const auto addSum = [&sums](const QString &path, const QByteArray &digest) {
+        // Two clips with one name: the later copy replaced the earlier, and so does its line.
+        for (ChecksumFile::Entry &entry : sums) {
+            if (entry.path == path) {
+                entry.digest = digest;
+                return;
+            }
+        }
+        sums.append({path, digest});
+    };
+    // The read-back of one copy runs on its own thread while the next file is copied: the
+    // device reads one while it writes the other, and the two hashes use both cores. At most
+    // one check is in flight, so a failure stops the export after at most one more copy.
+    std::mutex progressLock;
+    const auto report = [&](qint64 n) {
+        const std::lock_guard lock(progressLock);
+        state.bytesDone += n;
+        if (progress)
+            progress(state);
+    };
+    std::future<Status> checking;
+    const auto previousCheck = [&checking]() -> Status {
+        return checking.valid() ? checking.get() : Status(Done{});
+    };
     for (const MediaClip &clip : clips) {
         const QString name = mediaFileName(clip);
         const QString destination = QDir(media).filePath(name);
         if (options.copyMedia) {
-            if (stop.stop_requested())
+            if (stop.stop_requested()) {
+                previousCheck();
                 return Error{Error::Kind::Cancelled, kCancelledText, {}, 0};
-            ++state.index;
-            state.fileName = name;
-            if (progress)
-                progress(state);
-            // Copied under a hidden name first, so no half-written file ever carries the
-            // clip's name, then renamed into place.
-            const QString partial = QDir(media).filePath(u'.' + name + QStringLiteral(".partial"));
-            const auto added = [&](qint64 n) {
-                state.bytesDone += n;
+            }
+            {
+                const std::lock_guard lock(progressLock);
+                ++state.index;
+                state.fileName = name;
                 if (progress)
                     progress(state);
-            };
-            const Status copied = copy ? copy(clip.sourcePath(), partial, stop, added)
-                                       : copyFileFast(clip.sourcePath(), partial, stop, added);
-            if (!copied) {
-                QFile::remove(partial);
-                return copied.error();
             }
-            if (QFileInfo::exists(destination) &&
-                ::unlink(QFile::encodeName(destination).constData()) != 0) {
-                const int error = errno;
+            // Two clips may share a name: their copies in flight must not.
+            const QString partial = partialPath(destination, QString::number(state.index));
+            const Result<QByteArray> digest =
+                copyToPartial(clip.sourcePath(), partial, copy, stop, report);
+            if (const Status previous = previousCheck(); !previous) {
                 QFile::remove(partial);
-                return fileError(QStringLiteral("Could not replace the file"), error, destination);
+                return previous.error();
             }
-            if (::rename(QFile::encodeName(partial).constData(),
-                         QFile::encodeName(destination).constData()) != 0) {
-                const int error = errno;
-                QFile::remove(partial);
-                return fileError(QStringLiteral("Could not write the file"), error, destination);
-            }
+            if (!digest)
+                return digest.error();
+            addSum(QStringLiteral("media/") + name, *digest);
+            checking = std::async(std::launch::async, [=, &report] {
+                const Status placed =
+                    placeChecked(partial, destination, *digest, readBack, stop, report);
+                Sha256::releaseThreadState();
+                return placed;
+            });
         }
         MediaClip copyOfClip = clip;
         copyOfClip.sourceURL = QUrl::fromLocalFile(destination);
         exported.append(std::move(copyOfClip));
     }
+    if (const Status last = previousCheck(); !last)
+        return last.error();
     syncFolder(media);
 
+    // Each text file is checked against the bytes meant for it and listed with their digest.
+    const auto check = [&](const QString &name, const QByteArray &bytes) -> Status {
+        const Result<QByteArray> digest =
+            checkWritten(QDir(pack).filePath(name), bytes, readBack, stop);
+        if (!digest)
+            return digest.error();
+        addSum(name, *digest);
+        return Done{};
+    };
+    const auto writeAndCheck = [&](const QString &name, const QByteArray &bytes) -> Status {
+        if (const Status written = writeFileAtomically(QDir(pack).filePath(name), bytes); !written)
+            return written;
+        return check(name, bytes);
+    };
     if (options.includeManifest) {
         const Status written = Manifest::write(exported, pack, options.showPrefix, now);
         if (!written)
             return written.error();
+        const Result<QByteArray> bytes =
+            encodeJson(Manifest::build(exported, options.showPrefix, now));
+        if (!bytes)
+            return bytes.error();
+        if (const Status checked = check(QStringLiteral("manifest.json"), *bytes); !checked)
+            return checked.error();
     }
     if (options.includeCSV) {
-        const Status written =
-            writeFileAtomically(QDir(pack).filePath(QStringLiteral("cues.csv")), cuesCsv(exported));
+        const Status written = writeAndCheck(QStringLiteral("cues.csv"), cuesCsv(exported));
         if (!written)
             return written.error();
     }
-    const Status written =
-        writeFileAtomically(QDir(pack).filePath(QStringLiteral("README.txt")), readme());
+    if (const Status written = writeAndCheck(QStringLiteral("README.txt"), readme()); !written)
+        return written.error();
+    // Last, so that a pack with a checksum file is a finished pack.
+    const Status written = writeFileAtomically(QDir(pack).filePath(ChecksumFile::kFileName),
+                                               ChecksumFile::format(sums));
     if (!written)
         return written.error();
     syncFolder(pack);

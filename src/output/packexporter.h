@@ -2,6 +2,7 @@
 
 #include "model/mediaclip.h"
 #include "model/result.h"
+#include "verifiedcopy.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -20,6 +21,8 @@ struct Options {
     bool includeCSV = true;
     bool includeManifest = true;
     QString showPrefix;
+    // Read every copy back from the device and compare it with its source.
+    bool verifyCopies = true;
 };
 
 // Fixed texts of the export's own failures (the file system's texts pass through unchanged).
@@ -31,13 +34,11 @@ struct Progress {
     qint64 index = 0; // 1-based clip being copied
     qint64 total = 0;
     QString fileName;
-    qint64 bytesDone = 0;
-    qint64 bytesTotal = 0;
+    qint64 bytesDone = 0;  // copied plus read back
+    qint64 bytesTotal = 0; // twice the media's size when the copies are read back
 };
 
-using CopyFile = std::function<Status(const QString &from, const QString &to,
-                                      std::stop_token stop,
-                                      const std::function<void(qint64)> &copiedBytes)>;
+using CopyFile = ::CopyFile;
 
 // "Cuebox_" [sanitized prefix "_"] stamp.
 QString folderName(const QString &showPrefix, const QDateTime &now);
@@ -46,9 +47,10 @@ QString mediaFileName(const MediaClip &clip);
 QByteArray cuesCsv(const QList<MediaClip> &clips);
 QByteArray readme();
 
-// Returns the pack folder. `copy` may be empty (the kernel's fastest copy is used).
-Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to,
-                           const Options &options, const QDateTime &now, const CopyFile &copy,
+// Returns the pack folder, which ends with checksums.sha256 over everything written.
+// `copy` may be empty (copyFileHashing is used).
+Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to, const Options &options,
+                           const QDateTime &now, const CopyFile &copy,
                            const std::function<void(const Progress &)> &progress,
                            std::stop_token stop);
 

@@ -1,6 +1,10 @@
 #include "packstatus.h"
 
 #include "l10n/l10n.h"
+#include "model/mediaclip.h"
+#include "output/packverifier.h"
+
+#include <QLocale>
 
 PackStatus PackStatus::checking(qint64 index, qint64 total, const QString &name)
 {
@@ -52,6 +56,42 @@ PackStatus PackStatus::exporting(qint64 index, qint64 total, const QString &name
     return PackStatus(Kind::exporting, index, total, name);
 }
 
+PackStatus PackStatus::noRoom(const QString &target, qint64 neededBytes, qint64 freeBytes)
+{
+    return PackStatus(Kind::noRoom, neededBytes, freeBytes, target);
+}
+
+PackStatus PackStatus::backingUp(qint64 index, qint64 total, const QString &name)
+{
+    return PackStatus(Kind::backingUp, index, total, name);
+}
+
+PackStatus PackStatus::verifying(qint64 index, qint64 total, const QString &name)
+{
+    return PackStatus(Kind::verifying, index, total, name);
+}
+
+PackStatus PackStatus::verified(qint64 count)
+{
+    return PackStatus(Kind::verified, count);
+}
+
+PackStatus PackStatus::verifyFailed(int problem, qint64 problems, const QString &name)
+{
+    return PackStatus(Kind::verifyFailed, problem, problems, name);
+}
+
+PackStatus PackStatus::noChecksums(const QString &folder)
+{
+    return PackStatus(Kind::noChecksums, 0, 0, folder);
+}
+
+bool PackStatus::isFailure() const
+{
+    return m_kind == Kind::error || m_kind == Kind::noRoom || m_kind == Kind::verifyFailed ||
+           m_kind == Kind::noChecksums;
+}
+
 QString PackStatus::text(const L10n &strings) const
 {
     switch (m_kind) {
@@ -73,6 +113,24 @@ QString PackStatus::text(const L10n &strings) const
         return strings.format(u"watch.active", {m_text});
     case Kind::exporting:
         return strings.format(u"scan.exporting", {m_first, m_second, m_text});
+    case Kind::noRoom:
+        // The window's size units, with "." whatever the system's locale.
+        return strings.format(u"space.notEnough", {m_text, formatFileSize(m_first, QLocale::c()),
+                                                   formatFileSize(m_second, QLocale::c())});
+    case Kind::backingUp:
+        return strings.format(u"scan.backingUp", {m_first, m_second, m_text});
+    case Kind::verifying:
+        return strings.format(u"scan.verifying", {m_first, m_second, m_text});
+    case Kind::verified:
+        return strings.format(u"scan.verified", {m_first});
+    case Kind::verifyFailed: {
+        const auto problem = static_cast<PackVerifier::Problem>(m_first);
+        return strings.format(
+            u"verify.failed",
+            {m_second, strings.format(PackVerifier::problemKey(problem), {m_text})});
+    }
+    case Kind::noChecksums:
+        return strings.format(u"verify.noChecksums", {m_text});
     case Kind::error:
         return m_text; // already worded for the user, never translated
     case Kind::idle:

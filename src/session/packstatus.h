@@ -27,6 +27,12 @@ public:
         noProblems,
         noAudioToStrip,
         exporting,
+        noRoom,
+        backingUp,
+        verifying,
+        verified,
+        verifyFailed,
+        noChecksums,
     };
 
     PackStatus() = default;
@@ -47,6 +53,14 @@ public:
     static PackStatus noProblems() { return PackStatus(Kind::noProblems); }
     static PackStatus noAudioToStrip() { return PackStatus(Kind::noAudioToStrip); }
     static PackStatus exporting(qint64 index, qint64 total, const QString &name);
+    // The target cannot take what would be written; nothing was.
+    static PackStatus noRoom(const QString &target, qint64 neededBytes, qint64 freeBytes);
+    static PackStatus backingUp(qint64 index, qint64 total, const QString &name);
+    static PackStatus verifying(qint64 index, qint64 total, const QString &name);
+    static PackStatus verified(qint64 count);
+    // `problem` is a PackVerifier::Problem; `name` the first bad file.
+    static PackStatus verifyFailed(int problem, qint64 problems, const QString &name);
+    static PackStatus noChecksums(const QString &folder);
 
     Kind kind() const { return m_kind; }
     qint64 index() const { return m_first; }
@@ -54,6 +68,8 @@ public:
     qint64 count() const { return m_first; }
     qint64 missing() const { return m_second; }
     const QString &text() const { return m_text; } // name, path or error message
+    // The operation failed: a command-line verb ends with a non-zero exit status.
+    bool isFailure() const;
 
     QString text(const L10n &strings) const;
 

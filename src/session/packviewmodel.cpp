@@ -123,6 +123,8 @@ CUEBOX_SETTER(setConvertOnlyProblems, m_convertOnlyProblems, convertOnlyProblems
 CUEBOX_SETTER(setDuplicateCount, m_duplicateCount, duplicateCountChanged)
 CUEBOX_SETTER(setExportProgress, m_exportProgress, exportProgressChanged)
 CUEBOX_SETTER(setExporting, m_isExporting, isExportingChanged)
+CUEBOX_SETTER(setVerifying, m_isVerifying, isVerifyingChanged)
+CUEBOX_SETTER(setVerifyProgress, m_verifyProgress, verifyProgressChanged)
 
 #undef CUEBOX_SETTER
 

@@ -5,10 +5,13 @@
 #include "model/prefixtemplate.h"
 #include "model/result.h"
 #include "model/screenprofile.h"
+#include "output/packverifier.h"
 #include "output/timestamp.h"
+#include "output/verifiedcopy.h"
 #include "session/packstatus.h"
 #include "session/preshowchecklist.h"
 #include "session/readahead.h"
+#include "session/roomcheck.h"
 
 #include <QCoroTask>
 #include <QFuture>
@@ -42,10 +45,11 @@ public:
     struct Services {
         std::shared_ptr<const MediaProbe> probe;
         std::shared_ptr<const MediaConversion> conversion;
-        // Copies one file during export; tests inject failures here. Empty: the kernel's copy.
-        std::function<Status(const QString &from, const QString &to, std::stop_token stop,
-                             const std::function<void(qint64)> &copiedBytes)>
-            copyFile;
+        // Copies one file during export and backup; tests inject failures here. Empty: the
+        // hashing copy.
+        CopyFile copyFile;
+        // Free space of a target folder; tests inject small figures. Empty: the file system's.
+        RoomCheck::FreeSpace freeSpace;
         Clock clock = systemClock();
         // Starts a clip's thumbnail in the background; empty: the shared thumbnail cache.
         std::function<void(const MediaClip &)> requestThumbnail;
@@ -100,6 +104,13 @@ public:
     qint64 duplicateCount() const { return m_duplicateCount; }
     double exportProgress() const { return m_exportProgress; }
     bool isExporting() const { return m_isExporting; }
+    bool isVerifying() const { return m_isVerifying; }
+    double verifyProgress() const { return m_verifyProgress; }
+    // What the last verification found, for the command line's one line per problem.
+    const std::optional<PackVerifier::Report> &lastVerifyReport() const
+    {
+        return m_lastVerifyReport;
+    }
     WatchFolderMonitor &watchFolder() { return *m_watchFolder; }
     const WatchFolderMonitor &watchFolder() const { return *m_watchFolder; }
 
@@ -143,6 +154,10 @@ public:
     void saveProject();
     void openProject();
     QCoro::Task<> loadProject(QString path);
+    // Re-hashes a pack or backup folder against its checksums.sha256.
+    void verifyPack();
+    QCoro::Task<> verifyPackAt(QString folder);
+    void cancelVerify();
 
     // Conversion.
     QCoro::Task<> convertPack(std::optional<bool> onlyProblems = std::nullopt);
@@ -177,6 +192,8 @@ Q_SIGNALS:
     void duplicateCountChanged();
     void exportProgressChanged();
     void isExportingChanged();
+    void isVerifyingChanged();
+    void verifyProgressChanged();
 
 private:
     friend class PackViewModelTestAccess;
@@ -191,6 +208,11 @@ private:
     void setDuplicateCount(qint64 count);
     void setExportProgress(double progress);
     void setExporting(bool on);
+    void setVerifying(bool on);
+    void setVerifyProgress(double progress);
+    // True when `folder` can take what `neededBytes` computes (on a worker); otherwise the
+    // status shows both figures.
+    QCoro::Task<bool> checkRoom(QString folder, std::function<qint64()> neededBytes);
     void setScreenProfileField(ScreenProfile profile);
     QString text(const char *key) const;
     void requestThumbnail(const MediaClip &clip);
@@ -209,6 +231,7 @@ private:
     std::stop_source m_ingestStop;
     QList<QFuture<void>> m_ingestWorkers;
     std::stop_source m_exportStop;
+    std::stop_source m_verifyStop;
 
     QList<MediaClip> m_clips;
     bool m_isScanning = false;
@@ -234,4 +257,7 @@ private:
     qint64 m_duplicateCount = 0;
     double m_exportProgress = 0.0;
     bool m_isExporting = false;
+    bool m_isVerifying = false;
+    double m_verifyProgress = 0.0;
+    std::optional<PackVerifier::Report> m_lastVerifyReport;
 };

@@ -6,7 +6,7 @@
 #include "model/arenanamer.h"
 #include "model/filesystem.h"
 #include "model/pathnames.h"
-#include "output/filecopy.h"
+#include "output/packbackup.h"
 #include "output/timestamp.h"
 #include "session/alley.h"
 #include "session/platform.h"
@@ -22,32 +22,6 @@
 namespace {
 
 const QString kCancelled = QStringLiteral("Cancelled");
-
-// Backup copies keep the source name; a second clip.mov becomes clip_1.mov, and so on.
-Result<QString> backupClips(const QList<MediaClip> &clips, const QString &folder,
-                            std::stop_token stop)
-{
-    if (const Status made = FileSystem::makeFolders(folder); !made)
-        return made.error();
-    for (const MediaClip &clip : clips) {
-        if (stop.stop_requested())
-            return Error{Error::Kind::Cancelled, kCancelled, {}, 0};
-        const QString name = PathNames::lastComponent(clip.sourcePath());
-        QString candidate = QDir(folder).filePath(name);
-        const QString stem = PathNames::deletingExtension(name);
-        const QString extension = PathNames::extension(name);
-        for (int k = 1; QFileInfo::exists(candidate); ++k) {
-            candidate = QDir(folder).filePath(stem + u'_' + QString::number(k) +
-                                              (extension.isEmpty() ? QString() : u'.' + extension));
-        }
-        const Status copied = copyFileFast(clip.sourcePath(), candidate, stop, {});
-        if (!copied) {
-            QFile::remove(candidate);
-            return copied.error();
-        }
-    }
-    return folder;
-}
 
 QString describe(const Error &error)
 {
@@ -180,26 +154,60 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
         QStringLiteral("ArenaReady_") +
         (m_showPrefix.isEmpty() ? QString() : ArenaNamer::sanitize(m_showPrefix) + u'_') + stamp;
     const QString output = QDir(*chosen).filePath(name);
+    const bool backup = m_services.preferences->autoBackupBeforeConvert();
+    QStringList sources;
+    for (const MediaClip &clip : std::as_const(selection))
+        sources.append(clip.sourcePath());
+    {
+        QPointer<PackViewModel> self(this);
+        // The backup and the converted files land side by side in the chosen folder.
+        const ConvertOptions estimated{m_convertFormat, m_stripAudioOnConvert,
+                                       m_forceEvenDimensions};
+        // Named, not temporaries of the co_await expression: GCC 12 destroys those twice.
+        const std::function<qint64()> needed = [=] {
+            return RoomCheck::conversionBytes(selection, estimated) +
+                   (backup ? RoomCheck::copyBytes(sources) : 0);
+        };
+        QCoro::Task<bool> checking = checkRoom(*chosen, needed);
+        const bool room = co_await checking;
+        if (!self)
+            co_return;
+        if (!room) {
+            setConverting(false);
+            co_return;
+        }
+    }
     if (const Status made = FileSystem::makeFolders(output); !made) {
         setConverting(false);
         setStatus(PackStatus::error(describe(made.error())));
         co_return;
     }
-    if (m_services.preferences->autoBackupBeforeConvert()) {
+    if (backup) {
         QPointer<PackViewModel> self(this);
         const QString backupFolder = QDir(*chosen).filePath(QStringLiteral("ArenaBackup_") + stamp);
         const std::stop_token stop = m_conversionStop.get_token();
-        QFuture<Result<QString>> copying = QtConcurrent::run(
-            [selection, backupFolder, stop] { return backupClips(selection, backupFolder, stop); });
-        Result<QString> backup = co_await copying;
+        const CopyFile copy = m_services.copyFile;
+        const ReadBack readBack =
+            m_services.preferences->verifyCopies() ? ReadBack::on : ReadBack::off;
+        auto box = std::make_shared<ProgressBox<PackExporter::Progress>>();
+        auto sampler = sampleProgress<PackExporter::Progress>(
+            this, box, [this](const PackExporter::Progress &p) {
+                setStatus(PackStatus::backingUp(p.index, p.total, p.fileName));
+            });
+        QFuture<Result<QString>> copying = QtConcurrent::run([=] {
+            return PackBackup::backupFiles(
+                sources, backupFolder, copy, readBack,
+                [box](const PackExporter::Progress &p) { box->store(p); }, stop);
+        });
+        Result<QString> copied = co_await copying;
         if (!self)
             co_return;
-        if (!backup) {
+        if (!copied) {
             setConverting(false);
-            setStatus(PackStatus::error(describe(backup.error())));
+            setStatus(PackStatus::error(describe(copied.error())));
             co_return;
         }
-        setLastBackupURL(QUrl::fromLocalFile(*backup));
+        setLastBackupURL(QUrl::fromLocalFile(*copied));
     }
     co_await convertBatch(selection, output, m_stripAudioOnConvert, false);
 }
@@ -234,6 +242,17 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
     if (!folder) {
         setStatus(PackStatus::error(describe(folder.error())));
         co_return;
+    }
+    {
+        QPointer<PackViewModel> self(this);
+        const ConvertOptions estimated{m_convertFormat, true, m_forceEvenDimensions};
+        const std::function<qint64()> needed = [=] {
+            return RoomCheck::conversionBytes(targets, estimated);
+        };
+        QCoro::Task<bool> checking = checkRoom(*folder, needed);
+        const bool room = co_await checking;
+        if (!self || !room)
+            co_return;
     }
     co_await convertBatch(targets, *folder, true, true);
 }

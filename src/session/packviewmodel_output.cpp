@@ -43,6 +43,7 @@ QCoro::Task<> PackViewModel::exportPackInto(QString folder)
     QPointer<PackViewModel> self(this);
     PackExporter::Options options;
     options.showPrefix = m_showPrefix;
+    options.verifyCopies = m_services.preferences->verifyCopies();
     const QList<MediaClip> clips = m_clips;
     const QDateTime now = m_services.clock();
     const PackExporter::CopyFile copy = m_services.copyFile;
@@ -51,6 +52,19 @@ QCoro::Task<> PackViewModel::exportPackInto(QString folder)
 
     setExportProgress(0.0);
     setExporting(true);
+    QStringList sources;
+    for (const MediaClip &clip : clips)
+        sources.append(clip.sourcePath());
+    // Named, not temporaries of the co_await expression: GCC 12 destroys those twice.
+    const std::function<qint64()> needed = [sources] { return RoomCheck::copyBytes(sources); };
+    QCoro::Task<bool> checking = checkRoom(folder, needed);
+    const bool room = co_await checking;
+    if (!self)
+        co_return;
+    if (!room) {
+        setExporting(false);
+        co_return;
+    }
     // Shown at once; the sampler below moves it on while the copies run.
     setStatus(PackStatus::exporting(1, clips.size(), PackExporter::mediaFileName(clips.front())));
     auto box = std::make_shared<ProgressBox<PackExporter::Progress>>();

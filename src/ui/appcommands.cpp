@@ -21,6 +21,7 @@ AppCommands::AppCommands(const UiContext &context, Desktop &desktop, QObject *pa
     add(Command::openFolder, QStringLiteral("folder"), ctrl(Qt::CTRL | Qt::Key_O));
     add(Command::openProject, QStringLiteral("doc"), ctrl(Qt::CTRL | Qt::SHIFT | Qt::Key_O));
     add(Command::saveProject, QStringLiteral("square.and.arrow.down"), ctrl(Qt::CTRL | Qt::Key_S));
+    add(Command::verifyPack, QStringLiteral("checkmark.seal.fill"));
     add(Command::clearPack, QStringLiteral("trash"), ctrl(Qt::CTRL | Qt::Key_K));
     add(Command::settings, QStringLiteral("gearshape"), ctrl(Qt::CTRL | Qt::Key_Comma));
     add(Command::quit, {}, QKeySequence::Quit)->setMenuRole(QAction::QuitRole);
@@ -40,7 +41,7 @@ AppCommands::AppCommands(const UiContext &context, Desktop &desktop, QObject *pa
 
     PackViewModel &vm = m_context.viewModel;
     for (auto changed : {&PackViewModel::clipsChanged, &PackViewModel::isScanningChanged,
-                         &PackViewModel::isConvertingChanged})
+                         &PackViewModel::isConvertingChanged, &PackViewModel::isVerifyingChanged})
         connect(&vm, changed, this, &AppCommands::updateEnabled);
     connect(&m_context.preferences, &AppPreferences::compactModeChanged, this,
             &AppCommands::updateEnabled);
@@ -78,6 +79,9 @@ void AppCommands::trigger(Command command)
     case Command::saveProject:
     case Command::toolbarSaveProject:
         vm.saveProject();
+        break;
+    case Command::verifyPack:
+        vm.verifyPack(); // reports through the status line
         break;
     case Command::clearPack:
         vm.clear(); // the detail area animates the change of emptiness itself
@@ -122,6 +126,8 @@ void AppCommands::updateEnabled()
     const bool converting = vm.isConverting();
     const auto set = [this](Command c, bool enabled) { action(c)->setEnabled(enabled); };
     set(Command::saveProject, !empty);
+    // A pack on disk needs no clips in the window; one check at a time.
+    set(Command::verifyPack, !vm.isVerifying());
     set(Command::toolbarSaveProject, !empty);
     set(Command::editNames, !empty);
     set(Command::convert, !empty && !converting);
@@ -146,6 +152,7 @@ void AppCommands::relabel()
     label(Command::openFolder, c.text(u"menu.open"));
     label(Command::openProject, c.text(u"project.open"));
     label(Command::saveProject, c.text(u"project.save"));
+    label(Command::verifyPack, c.text(u"verify.menu"));
     label(Command::clearPack, c.text(u"menu.clear"));
     label(Command::settings, c.text(u"settings.title") + u'…');
     label(Command::quit, c.text(u"menu.quit"));
@@ -176,6 +183,8 @@ void AppCommands::fillMenuBar(QMenuBar *bar)
     file->addAction(action(Command::openFolder));
     file->addAction(action(Command::openProject));
     file->addAction(action(Command::saveProject));
+    file->addSeparator();
+    file->addAction(action(Command::verifyPack));
     file->addSeparator();
     file->addAction(action(Command::clearPack));
     file->addSeparator();

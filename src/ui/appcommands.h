@@ -24,6 +24,7 @@ public:
         openFolder,
         openProject,
         saveProject,
+        verifyPack,
         clearPack,
         settings,
         quit,

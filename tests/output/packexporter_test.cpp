@@ -1,3 +1,4 @@
+#include "output/filecopy.h"
 #include "output/packexporter.h"
 
 #include <QDir>
@@ -122,14 +123,14 @@ TEST_F(Export, FailuresStopAndKeepWhatWasThere)
     const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a", 1), clip("b.mov", "bbbb", "02_b", 2)};
     int calls = 0;
     const PackExporter::CopyFile failSecond = [&](const QString &from, const QString &to,
-                                                  std::stop_token, const std::function<void(qint64)> &) -> Status {
+                                                  std::stop_token stop, const std::function<void(qint64)> &bytes) -> Result<QByteArray> {
         if (++calls == 2) {
             QFile partial(to);
             partial.open(QIODevice::WriteOnly);
             partial.write("half");
             return Error{Error::Kind::WriteFailed, "No space left on device", to, 0};
         }
-        return QFile::copy(from, to) ? Status(Done{}) : Status(Error{});
+        return copyFileHashing(from, to, stop, bytes);
     };
     const Result<QString> failed =
         PackExporter::exportPack(clips, m_target.path(), {}, kNow, failSecond, {}, {});

@@ -88,7 +88,7 @@ TEST_F(SessionOutput, ExportRefusalsAndFailures)
     EXPECT_FALSE(vm().lastExportURL());
 
     m_copyFile = [](const QString &, const QString &, std::stop_token,
-                    const std::function<void(qint64)> &) -> Status {
+                    const std::function<void(qint64)> &) -> Result<QByteArray> {
         return Error{Error::Kind::WriteFailed, "No space left on device", "/x/01_a.mov", 0};
     };
     m_vm.reset(); // rebuild the session with the failing copier

@@ -124,6 +124,7 @@ protected:
             services.preferences = &m_preferences;
             services.copyFile = m_copyFile;
             services.readAhead = m_readAhead;
+            services.freeSpace = m_freeSpace;
             services.requestThumbnail = [this](const MediaClip &clip) {
                 m_thumbnailRequests.append(clip.sourcePath());
             };
@@ -184,6 +185,7 @@ protected:
     RecordingDesktop m_desktop;
     PackExporter::CopyFile m_copyFile;
     ReadAhead::Options m_readAhead;
+    RoomCheck::FreeSpace m_freeSpace;
     std::unique_ptr<PackViewModel> m_vm;
     QStringList m_statuses;
     int m_touches = 0;

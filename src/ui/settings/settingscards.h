@@ -119,6 +119,7 @@ public:
     explicit WorkspaceSettingsCard(const UiContext &context, QWidget *parent = nullptr);
     BentoToggleRow *compactRow() const { return m_compact; }
     BentoToggleRow *autoBackupRow() const { return m_autoBackup; }
+    BentoToggleRow *verifyCopiesRow() const { return m_verifyCopies; }
     // The empty-history text, or null while folders are listed.
     QLabel *emptyHistoryLabel() const { return m_emptyHistory; }
     const QList<ExportFolderRow *> &folderRows() const { return m_folderRows; }
@@ -129,6 +130,7 @@ private:
 
     BentoToggleRow *m_compact;
     BentoToggleRow *m_autoBackup;
+    BentoToggleRow *m_verifyCopies;
     QVBoxLayout *m_history;
     QLabel *m_emptyHistory = nullptr;
     QList<ExportFolderRow *> m_folderRows;

@@ -1,4 +1,5 @@
-// The workspace page: laptop mode, backups before conversion and the recent export folders.
+// The workspace page: laptop mode, backups before conversion, reading copies back and the
+// recent export folders.
 #include "settingscards.h"
 
 #include "l10n/apppreferences.h"
@@ -100,6 +101,16 @@ WorkspaceSettingsCard::WorkspaceSettingsCard(const UiContext &context, QWidget *
     });
     connect(&preferences, &AppPreferences::autoBackupBeforeConvertChanged, this,
             [this](bool on) { m_autoBackup->toggle()->setChecked(on); });
+
+    m_verifyCopies =
+        addToggleRow(QStringLiteral("settings.verifyCopies"),
+                     QStringLiteral("settings.verifyCopies.help"), preferences.verifyCopies());
+    connect(m_verifyCopies, &BentoToggleRow::toggled, this, [&preferences](bool on) {
+        if (on != preferences.verifyCopies())
+            preferences.setVerifyCopies(on);
+    });
+    connect(&preferences, &AppPreferences::verifyCopiesChanged, this,
+            [this](bool on) { m_verifyCopies->toggle()->setChecked(on); });
 
     addCaption(QStringLiteral("settings.exportHistory"));
     m_history->setContentsMargins(0, 0, 0, 0);
