@@ -47,8 +47,10 @@ ScaleHandle makeScaler(TargetSize from, AVPixelFormat fromFormat, TargetSize to,
 TargetSize croppedSize(int width, int height, AVPixelFormat target)
 {
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(target);
-    const int columnStep = descriptor ? 1 << descriptor->log2_chroma_w : 1;
-    const int rowStep = descriptor ? 1 << descriptor->log2_chroma_h : 1;
+    // Even sides at least, whatever the chroma layout: an odd side is a finding of its own, and
+    // a converted clip must not come back with one (4:2:2 alone would keep an odd height).
+    const int columnStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_w : 1);
+    const int rowStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_h : 1);
     return {width - width % columnStep, height - height % rowStep};
 }
 

@@ -10,8 +10,8 @@
 class ConvertOutput;
 class VideoFilters;
 
-// The largest size a target pixel format can carry inside `width` × `height`: odd sides of a
-// chroma-subsampled format lose their last column or row (no scaling). 0 when nothing is left.
+// The largest even size a target pixel format can carry inside `width` × `height`: odd sides
+// lose their last column or row (no scaling). 0 when nothing is left.
 struct TargetSize {
     int width = 0;
     int height = 0;

@@ -108,14 +108,19 @@ private:
 };
 
 struct PacketFacts {
+    // Presentation times where every packet has one, else decoding times (MPEG streams stamp a
+    // presentation time on some pictures only); empty when neither is on every packet.
     std::vector<int64_t> times;
-    bool untimed = false;  // a packet without any timestamp: its place in time is unknown
     bool complete = false; // read to the end of the file
 };
 
 PacketFacts readPackets(InputFile &input, const AVStream *video, bool timed, FieldReader &fields)
 {
     PacketFacts facts;
+    std::vector<int64_t> presented;
+    std::vector<int64_t> decoded;
+    bool allPresented = true;
+    bool allDecoded = true;
     AVFormatContext *format = input.format();
     for (unsigned i = 0; i < format->nb_streams; ++i) {
         if (format->streams[i] != video)
@@ -139,18 +144,27 @@ PacketFacts readPackets(InputFile &input, const AVStream *video, bool timed, Fie
             ++read;
             if (fields.wanted())
                 fields.read(packet.get());
-            const int64_t time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
-            if (time == AV_NOPTS_VALUE)
-                facts.untimed = true;
-            else if (timed)
-                facts.times.push_back(time);
-            // In doubles: hostile timestamps near the ends of the range must not overflow.
-            if (timed && time != AV_NOPTS_VALUE &&
-                (double(time) - double(facts.times.front())) * tick > kPacketSeconds)
-                timed = false;
+            if (timed) {
+                allPresented = allPresented && packet->pts != AV_NOPTS_VALUE;
+                allDecoded = allDecoded && packet->dts != AV_NOPTS_VALUE;
+                presented.push_back(packet->pts);
+                decoded.push_back(packet->dts);
+                // Stop after the window; in doubles, so that hostile timestamps near the ends
+                // of the range cannot overflow.
+                const auto span = [&](const std::vector<int64_t> &times) {
+                    return times.front() != AV_NOPTS_VALUE && times.back() != AV_NOPTS_VALUE &&
+                           (double(times.back()) - double(times.front())) * tick > kPacketSeconds;
+                };
+                timed = !span(decoded) && !span(presented);
+            }
         }
         av_packet_unref(packet.get());
     }
+    // Without every packet's time, a gap could be a packet that simply was not stamped.
+    if (allPresented)
+        facts.times = std::move(presented);
+    else if (allDecoded)
+        facts.times = std::move(decoded);
     return facts;
 }
 
@@ -218,7 +232,7 @@ void readStageTraps(InputFile &input, const AVStream *video, VideoFacts &facts)
             std::sort(times.begin(), times.end());
             times.resize(times.size() - kReorderDepth);
         }
-        if (timedByPackets && !packets.untimed)
+        if (timedByPackets)
             timing = judge(std::move(times), tick);
     }
     facts.interlaced = isInterlaced(codec->field_order) || fields.interlaced();
