@@ -300,20 +300,21 @@ TEST_F(VideoConversion, SourcesOfEveryLayoutKeepTheirColours)
     }
 }
 
-TEST_F(VideoConversion, VariableFrameRateTimestampsSurvive)
+TEST_F(VideoConversion, VariableFrameRateBecomesTheNearestCommonConstantRate)
 {
-    const QList<double> source = packetTimes(path(QStringLiteral("vfr.mov")), QStringLiteral("v"));
-    ASSERT_EQ(source.size(), 30);
+    // 30 frames over 2.32 s (12.9 fps on average): the nearest common rate is 23.976.
+    const double frame = 1001.0 / 24000.0;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
         const ConvertResult result = convert(QStringLiteral("vfr.mov"), row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QList<double> written = packetTimes(*result, QStringLiteral("v"));
-        ASSERT_EQ(written.size(), source.size());
-        for (qsizetype i = 0; i < source.size(); ++i)
-            EXPECT_NEAR(written[i], source[i], 0.0005) << "frame " << i;
+        QList<double> written = packetTimes(*result, QStringLiteral("v"));
+        std::sort(written.begin(), written.end());
+        ASSERT_GT(written.size(), 50);
+        for (qsizetype i = 1; i < written.size(); ++i)
+            EXPECT_NEAR(written[i] - written[i - 1], frame, 0.0005) << "frame " << i;
         const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
-        EXPECT_NEAR(number(video, "duration"), 2.32, 0.0005);
+        EXPECT_NEAR(number(video, "duration"), 2.32, frame);
     }
 }
 
