@@ -47,6 +47,23 @@ void inspectImage(MediaClip &clip, const InspectionRules &rules, const MediaProb
     applyGeometryRules(clip, rules);
 }
 
+// Traps the header shows but a file browser does not; only a track that is there has them.
+void addStageTraps(MediaClip &clip, const VideoFacts &facts)
+{
+    if (facts.videoTrackCount == 0)
+        return;
+    const auto warn = [&](IssueKind kind) -> ClipIssue & {
+        clip.issues.append(ClipIssue::make(ClipHealth::warn, kind));
+        return clip.issues.last();
+    };
+    if (facts.variableFrameRate)
+        warn(IssueKind::variableFrameRate);
+    if (facts.interlaced)
+        warn(IssueKind::interlaced);
+    if (facts.hdrTransfer)
+        warn(IssueKind::hdr).textValue = facts.hdrTransfer;
+}
+
 // Each load in turn; a failed load ends the probe with the fields filled so far.
 void inspectVideo(MediaClip &clip, const InspectionRules &rules, const MediaProbe &probe,
                   std::stop_token stop)
@@ -82,6 +99,9 @@ void inspectVideo(MediaClip &clip, const InspectionRules &rules, const MediaProb
             return;
         if (facts.nominalFrameRate > 0)
             clip.frameRate = static_cast<double>(facts.nominalFrameRate);
+        // A variable rate's nominal value is the container's fastest beat, not what plays.
+        if (facts.variableFrameRate && facts.averageFrameRate > 0)
+            clip.frameRate = facts.averageFrameRate;
         if (failedBy(Stage::formats))
             return;
         if (facts.videoCodecCode)
@@ -95,6 +115,7 @@ void inspectVideo(MediaClip &clip, const InspectionRules &rules, const MediaProb
     applyGeometryRules(clip, rules);
     applyCodecRules(clip, rules);
     applyBitrateRules(clip, rules);
+    addStageTraps(clip, facts);
     if (rules.warnOnEmbeddedAudio && facts.audioTrackCount > 0)
         clip.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::audio));
 }

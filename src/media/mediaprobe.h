@@ -25,10 +25,15 @@ struct VideoFacts {
     std::optional<double> naturalWidth;
     std::optional<double> naturalHeight;
     std::optional<DisplayMatrix> transform;
-    float nominalFrameRate = 0; // 0 when unknown
+    float nominalFrameRate = 0;            // 0 when unknown
     std::optional<quint32> videoCodecCode; // four-character code, most significant byte first
     // First audio track.
     std::optional<quint32> audioCodecCode;
+    // Stage traps of the first video track, from its header and sample timing.
+    bool variableFrameRate = false;
+    double averageFrameRate = 0; // frames per second over the timed frames; 0 when unknown
+    bool interlaced = false;
+    std::optional<QString> hdrTransfer; // "PQ" or "HLG"
 };
 
 // What an image file says about itself without decoding its pixels.

@@ -4,9 +4,10 @@
 
 namespace {
 constexpr const char *kHealthNames[] = {"ok", "warn", "fail", "unknown"};
-constexpr const char *kKindNames[] = {"imageUnreadable", "noVideo",  "audio",      "readError",
-                                      "oddSize",         "tooWide",  "lowRes",     "aspect",
-                                      "heavyCodec",      "weirdCodec", "bitrate",  "duplicate"};
+constexpr const char *kKindNames[] = {"imageUnreadable",   "noVideo",    "audio",   "readError",
+                                      "oddSize",           "tooWide",    "lowRes",  "aspect",
+                                      "heavyCodec",        "weirdCodec", "bitrate", "duplicate",
+                                      "variableFrameRate", "interlaced", "hdr"};
 static_assert(std::size(kKindNames) == kIssueKindCount);
 } // namespace
 
@@ -59,6 +60,7 @@ QString ClipIssue::localized(const L10n &strings) const
     case IssueKind::readError:
     case IssueKind::heavyCodec:
     case IssueKind::weirdCodec:
+    case IssueKind::hdr:
         return strings.format(key, {textValue.value_or(QString())});
     case IssueKind::tooWide:
         return strings.format(key, {intValue.value_or(0)});

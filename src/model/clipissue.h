@@ -28,8 +28,12 @@ enum class IssueKind {
     weirdCodec,
     bitrate,
     duplicate,
+    // Stage traps, appended so that stored raw values and the order above stay as they were.
+    variableFrameRate,
+    interlaced,
+    hdr,
 };
-inline constexpr int kIssueKindCount = 12;
+inline constexpr int kIssueKindCount = 15;
 
 QString rawValue(ClipHealth health);
 std::optional<ClipHealth> clipHealthFromRaw(QStringView raw);

@@ -14,9 +14,10 @@ ClipIssue issue(IssueKind kind)
 
 TEST(ClipIssue, RawValuesRoundTripInDeclarationOrder)
 {
-    const QStringList kinds{"imageUnreadable", "noVideo", "audio",      "readError",
-                            "oddSize",         "tooWide", "lowRes",     "aspect",
-                            "heavyCodec",      "weirdCodec", "bitrate", "duplicate"};
+    const QStringList kinds{"imageUnreadable",   "noVideo",    "audio",   "readError",
+                            "oddSize",           "tooWide",    "lowRes",  "aspect",
+                            "heavyCodec",        "weirdCodec", "bitrate", "duplicate",
+                            "variableFrameRate", "interlaced", "hdr"};
     for (int i = 0; i < kIssueKindCount; ++i) {
         EXPECT_EQ(rawValue(static_cast<IssueKind>(i)), kinds[i]);
         EXPECT_EQ(issueKindFromRaw(kinds[i]), static_cast<IssueKind>(i));
@@ -45,6 +46,8 @@ TEST(ClipIssue, EnglishMessagesFillTheirOneArgument)
     heavy.textValue = "HEVC";
     ClipIssue read = issue(IssueKind::readError);
     read.textValue = "Invalid data found when processing input";
+    ClipIssue hdr = issue(IssueKind::hdr);
+    hdr.textValue = "HLG";
     const Row rows[] = {
         {"tooWide", wide, "Very wide (7680px). Better convert to a lighter Arena-ready format."},
         {"tooWide without value", issue(IssueKind::tooWide),
@@ -59,6 +62,11 @@ TEST(ClipIssue, EnglishMessagesFillTheirOneArgument)
         {"duplicate", issue(IssueKind::duplicate),
          "Possible duplicate of another clip in this pack."},
         {"noVideo", issue(IssueKind::noVideo), "No video track"},
+        {"hdr", hdr,
+         "HDR video (HLG). Colours will look washed out on a standard stage output. "
+         "Better convert to SDR."},
+        {"variableFrameRate", issue(IssueKind::variableFrameRate),
+         "Variable frame rate. Better convert to a constant rate for smooth playback."},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);

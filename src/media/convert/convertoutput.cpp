@@ -1,6 +1,7 @@
 #include "convertoutput.h"
 
 #include "codecsteps.h"
+#include "videofilters.h"
 
 #include <QFile>
 
@@ -49,7 +50,8 @@ std::optional<MediaConverterError> ConvertOutput::create(const QString &path,
 std::optional<MediaConverterError> ConvertOutput::openVideo(AVFormatContext *source,
                                                             const AVStream *sourceStream,
                                                             const AVCodecContext *decoder,
-                                                            int width, int height, bool sourceIsRgb)
+                                                            int width, int height, bool sourceIsRgb,
+                                                            const VideoFilters *filters)
 {
     const AVCodec *codec = avcodec_find_encoder_by_name(m_settings->videoEncoder);
     if (!codec)
@@ -76,6 +78,8 @@ std::optional<MediaConverterError> ConvertOutput::openVideo(AVFormatContext *sou
         encoder->color_trc = decoder->color_trc;
         encoder->chroma_sample_location = decoder->chroma_sample_location;
     }
+    if (filters)
+        filters->tagEncoder(encoder);
     encoder->profile = m_settings->profile;
     encoder->thread_count = codecThreadCount(m_settings->encoderThreads);
     encoder->thread_type = FF_THREAD_FRAME | FF_THREAD_SLICE;

@@ -3,6 +3,8 @@
 #include "media/convert/encodersettings.h"
 #include "media/convert/mediaconverter.h"
 
+class VideoFilters;
+
 #include <optional>
 
 // The target side of a video conversion: a QuickTime muxer writing `path` and the encoders of
@@ -18,11 +20,13 @@ public:
 
     std::optional<MediaConverterError> create(const QString &path, const EncoderSettings &settings);
     // An encoder for `width` × `height` frames in the settings' pixel format, timed like the
-    // source track so that its timestamps pass through unchanged.
+    // source track so that its timestamps pass through unchanged; with `filters`, timed and
+    // tagged like the filtered frames instead.
     std::optional<MediaConverterError> openVideo(AVFormatContext *source,
                                                  const AVStream *sourceStream,
                                                  const AVCodecContext *decoder, int width,
-                                                 int height, bool sourceIsRgb);
+                                                 int height, bool sourceIsRgb,
+                                                 const VideoFilters *filters = nullptr);
     // False when no encoder setup takes this audio: the movie is then made without audio.
     bool openAudio(const AVCodecContext *decoder);
     std::optional<MediaConverterError> start();

@@ -2,12 +2,14 @@
 // into a QuickTime movie, written under a hidden name and renamed when complete.
 #include "mediaconverter.h"
 
+#include "media/ffmpeg/ffmpegprobe.h"
 #include "audiotrack.h"
 #include "convertinput.h"
 #include "convertoutput.h"
 #include "outputnames.h"
 #include "partialfile.h"
 #include "progressreporter.h"
+#include "videofilters.h"
 #include "videotrack.h"
 
 #include <memory>
@@ -107,6 +109,17 @@ ConvertResult MediaConverter::convertVideo(const MediaClip &clip, const QString 
     if (size.width <= 0 || size.height <= 0)
         return MediaConverterError::unsupported();
 
+    // The same reading of the source as the probe's, so that a converted clip never keeps a
+    // trap the probe would find again. A clean clip gets no filters at all.
+    const VideoFixes fixes = videoFixes(FfmpegProbe().probeVideo(source, stop));
+    std::unique_ptr<VideoFilters> filters;
+    if (fixes.any()) {
+        filters = std::make_unique<VideoFilters>();
+        if (auto error =
+                filters->open(fixes, decoder, input.videoStream()->time_base, settings.pixelFormat))
+            return *error;
+    }
+
     QString createError;
     std::optional<PartialFile> partial = PartialFile::create(*target, &createError);
     if (!partial)
@@ -116,7 +129,7 @@ ConvertResult MediaConverter::convertVideo(const MediaClip &clip, const QString 
     if (auto error = output.create(partial->path(), settings))
         return *error;
     if (auto error = output.openVideo(input.format(), input.videoStream(), decoder, size.width,
-                                      size.height, isRgbFormat(decoder->pix_fmt)))
+                                      size.height, isRgbFormat(decoder->pix_fmt), filters.get()))
         return *error;
     // Audio that cannot be encoded is left out; the picture still converts.
     if (input.audioDecoder() && !output.openAudio(input.audioDecoder()))
@@ -125,7 +138,8 @@ ConvertResult MediaConverter::convertVideo(const MediaClip &clip, const QString 
         return *error;
 
     const int64_t origin = movieOrigin(input);
-    VideoTrack video(input.videoDecoder(), input.videoStream(), origin, output, stop);
+    VideoTrack video(input.videoDecoder(), input.videoStream(), origin, output, stop,
+                     filters.get());
     std::unique_ptr<AudioTrack> audio;
     if (input.audioDecoder())
         audio = std::make_unique<AudioTrack>(input.audioDecoder(), input.audioStream(), origin,

@@ -4,6 +4,7 @@
 #include "convertoutput.h"
 
 #include "encodersettings.h"
+#include "videofilters.h"
 
 extern "C" {
 #include <libavutil/opt.h>
@@ -46,16 +47,20 @@ ScaleHandle makeScaler(TargetSize from, AVPixelFormat fromFormat, TargetSize to,
 TargetSize croppedSize(int width, int height, AVPixelFormat target)
 {
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(target);
-    const int columnStep = descriptor ? 1 << descriptor->log2_chroma_w : 1;
-    const int rowStep = descriptor ? 1 << descriptor->log2_chroma_h : 1;
+    // Even sides at least, whatever the chroma layout: an odd side is a finding of its own, and
+    // a converted clip must not come back with one (4:2:2 alone would keep an odd height).
+    const int columnStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_w : 1);
+    const int rowStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_h : 1);
     return {width - width % columnStep, height - height % rowStep};
 }
 
 VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t origin,
-                       ConvertOutput &output, std::stop_token stop)
+                       ConvertOutput &output, std::stop_token stop, VideoFilters *filters)
     : m_decoder(decoder)
     , m_encoder(output.videoEncoder())
     , m_source(source)
+    , m_filters(filters)
+    , m_timeBase(filters ? filters->timeBase() : source->time_base)
     , m_output(output)
     , m_stop(stop)
     , m_decoded(av_frame_alloc())
@@ -63,12 +68,12 @@ VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t 
     , m_cropped(av_frame_alloc())
     , m_packet(av_packet_alloc())
     , m_held(av_packet_alloc())
-    , m_offset(av_rescale_q(origin, AV_TIME_BASE_Q, source->time_base))
+    , m_offset(av_rescale_q(origin, AV_TIME_BASE_Q, m_timeBase))
 {
     // For frames that arrive without a duration: one frame at the track's usual rate.
     if (m_encoder->framerate.num > 0 && m_encoder->framerate.den > 0)
         m_defaultDuration = std::max<int64_t>(
-            1, av_rescale_q(1, av_inv_q(m_encoder->framerate), source->time_base));
+            1, av_rescale_q(1, av_inv_q(m_encoder->framerate), m_timeBase));
 }
 
 std::optional<MediaConverterError> VideoTrack::send(const AVPacket *packet)
@@ -80,6 +85,10 @@ std::optional<MediaConverterError> VideoTrack::send(const AVPacket *packet)
         return error;
     if (packet)
         return std::nullopt;
+    if (m_filters) {
+        if (auto error = m_filters->send(nullptr, [this](AVFrame *f) { return encode(f); }))
+            return error;
+    }
     if (auto error = CodecSteps::endEncoderInput(m_encoder))
         return error;
     return receivePackets();
@@ -89,7 +98,10 @@ std::optional<MediaConverterError> VideoTrack::receiveFrames()
 {
     return CodecSteps::takeDecodedFrames(
         m_decoder, m_decoded.get(), [this](AVFrame *frame) -> std::optional<MediaConverterError> {
-            if (auto error = encode(frame))
+            if (auto error = m_filters ? m_filters->send(frame, [this](AVFrame *f) {
+                                             return encode(f);
+                                         })
+                                       : encode(frame))
                 return error;
             // Cancelling takes effect between frames, also while draining at the end.
             if (m_stop.stop_requested())
@@ -133,7 +145,7 @@ std::optional<MediaConverterError> VideoTrack::encode(AVFrame *decoded)
     m_presentationEnd = m_presentationEnd == AV_NOPTS_VALUE
                             ? pts + duration
                             : std::max(m_presentationEnd, pts + duration);
-    m_writtenSeconds = double(pts + duration) * av_q2d(m_source->time_base);
+    m_writtenSeconds = double(pts + duration) * av_q2d(m_timeBase);
     return receivePackets();
 }
 

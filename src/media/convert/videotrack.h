@@ -8,9 +8,10 @@
 #include <stop_token>
 
 class ConvertOutput;
+class VideoFilters;
 
-// The largest size a target pixel format can carry inside `width` × `height`: odd sides of a
-// chroma-subsampled format lose their last column or row (no scaling). 0 when nothing is left.
+// The largest even size a target pixel format can carry inside `width` × `height`: odd sides
+// lose their last column or row (no scaling). 0 when nothing is left.
 struct TargetSize {
     int width = 0;
     int height = 0;
@@ -24,8 +25,9 @@ class VideoTrack
 {
 public:
     // `origin` (in AV_TIME_BASE units) is the source instant that becomes zero in the movie.
+    // With `filters`, decoded frames pass through them and are timed in their time base.
     VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t origin,
-               ConvertOutput &output, std::stop_token stop);
+               ConvertOutput &output, std::stop_token stop, VideoFilters *filters = nullptr);
 
     // One demuxed packet of the track; null drains the decoder and encoder at the end.
     std::optional<MediaConverterError> send(const AVPacket *packet);
@@ -43,6 +45,8 @@ private:
     AVCodecContext *m_decoder;
     AVCodecContext *m_encoder;
     const AVStream *m_source;
+    VideoFilters *m_filters;
+    AVRational m_timeBase; // of the frames the encoder gets
     ConvertOutput &m_output;
     std::stop_token m_stop;
     FrameHandle m_decoded;

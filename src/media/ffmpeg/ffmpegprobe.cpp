@@ -1,6 +1,7 @@
 #include "ffmpegprobe.h"
 
 #include "codectags.h"
+#include "frametiming.h"
 #include "inputfile.h"
 #include "media/stillimage.h"
 #include "streamfacts.h"
@@ -49,6 +50,9 @@ VideoFacts FfmpegProbe::probeVideo(const QString &path, std::stop_token stop) co
     }
     if (const AVStream *audio = StreamFacts::firstOf(format, AVMEDIA_TYPE_AUDIO))
         facts.audioCodecCode = CodecTags::audioCode(audio->codecpar);
+    // Last: it may read packets, after which the other streams are skipped.
+    if (const AVStream *video = StreamFacts::firstOf(format, AVMEDIA_TYPE_VIDEO))
+        FrameTiming::readStageTraps(*input, video, facts);
     return facts;
 }
 

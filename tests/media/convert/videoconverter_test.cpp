@@ -219,7 +219,7 @@ TEST_F(VideoConversion, DisplayMatrixIsCarriedOverAndPixelsStayStored)
     }
 }
 
-TEST_F(VideoConversion, OddSidesLoseOnlyWhatTheChromaLayoutCannotCarry)
+TEST_F(VideoConversion, OddSidesLoseTheirLastColumnOrRowInEveryFormat)
 {
     struct Row {
         const char *name;
@@ -227,9 +227,9 @@ TEST_F(VideoConversion, OddSidesLoseOnlyWhatTheChromaLayoutCannotCarry)
         int width;
         int height;
     };
-    // 4:2:2 halves only the columns, so ProRes keeps an odd height; 4:2:0 halves both.
-    const Row rows[] = {{"ProRes 422", ArenaConvertFormat::proRes422, 320, 181},
-                        {"ProRes 422 LT", ArenaConvertFormat::proRes422LT, 320, 181},
+    // 4:2:2 could carry an odd height, but an odd side is a finding: every format crops it.
+    const Row rows[] = {{"ProRes 422", ArenaConvertFormat::proRes422, 320, 180},
+                        {"ProRes 422 LT", ArenaConvertFormat::proRes422LT, 320, 180},
                         {"H.264", ArenaConvertFormat::h264, 320, 180}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
@@ -300,20 +300,21 @@ TEST_F(VideoConversion, SourcesOfEveryLayoutKeepTheirColours)
     }
 }
 
-TEST_F(VideoConversion, VariableFrameRateTimestampsSurvive)
+TEST_F(VideoConversion, VariableFrameRateBecomesTheNearestCommonConstantRate)
 {
-    const QList<double> source = packetTimes(path(QStringLiteral("vfr.mov")), QStringLiteral("v"));
-    ASSERT_EQ(source.size(), 30);
+    // 30 frames over 2.32 s (12.9 fps on average): the nearest common rate is 23.976.
+    const double frame = 1001.0 / 24000.0;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
         const ConvertResult result = convert(QStringLiteral("vfr.mov"), row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QList<double> written = packetTimes(*result, QStringLiteral("v"));
-        ASSERT_EQ(written.size(), source.size());
-        for (qsizetype i = 0; i < source.size(); ++i)
-            EXPECT_NEAR(written[i], source[i], 0.0005) << "frame " << i;
+        QList<double> written = packetTimes(*result, QStringLiteral("v"));
+        std::sort(written.begin(), written.end());
+        ASSERT_GT(written.size(), 50);
+        for (qsizetype i = 1; i < written.size(); ++i)
+            EXPECT_NEAR(written[i] - written[i - 1], frame, 0.0005) << "frame " << i;
         const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
-        EXPECT_NEAR(number(video, "duration"), 2.32, 0.0005);
+        EXPECT_NEAR(number(video, "duration"), 2.32, frame);
     }
 }
 

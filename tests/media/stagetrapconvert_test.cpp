@@ -1,0 +1,179 @@
+// Converting clips with stage traps takes the traps out: probed again, none is left, and the
+// ffmpeg CLI, reading the movies independently, agrees with how they were fixed.
+#include "media/convert/ffmpegconversion.h"
+#include "media/convert/mediaconverter.h"
+#include "media/ffmpeg/ffmpegprobe.h"
+#include "media/mediainspector.h"
+#include "session/sessionfixture.h"
+
+#include <QCoroTask>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace {
+
+QString trapFixture(const QString &name)
+{
+    return QDir(QStringLiteral(CUEBOX_STAGETRAP_FIXTURES)).filePath(name);
+}
+
+QByteArray run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(60'000);
+    return process.readAllStandardOutput() + process.readAllStandardError();
+}
+
+QJsonObject videoStream(const QString &file)
+{
+    const QByteArray out = run(
+        "ffprobe", {"-v", "error", "-select_streams", "v:0", "-of", "json", "-show_streams", file});
+    return QJsonDocument::fromJson(out)["streams"][0].toObject();
+}
+
+// Presentation times of the decoded pictures, in seconds, in display order.
+QList<double> frameTimes(const QString &file)
+{
+    const QByteArray out =
+        run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
+                        "frame=best_effort_timestamp_time", "-of", "csv=p=0", file});
+    QList<double> times;
+    for (const QByteArray &line : out.split('\n')) {
+        // Side data of a frame can follow its time on the same line.
+        const QByteArray time = line.split(',').front().trimmed();
+        if (!time.isEmpty())
+            times.append(time.toDouble());
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
+// Mean of the picture statistics ffmpeg's signalstats gives frame by frame (YAVG, YLOW, YHIGH),
+// on 8-bit pictures.
+double lumaStat(const QString &file, const QString &key)
+{
+    const QByteArray out = run("ffmpeg", {"-v", "error", "-nostdin", "-i", file, "-vf",
+                                          "format=yuv420p,signalstats,metadata=print:file=-", "-f", "null", "-"});
+    const QRegularExpression line("lavfi\\.signalstats\\." + key + "=([0-9.]+)");
+    double sum = 0;
+    int count = 0;
+    for (auto it = line.globalMatch(QString::fromUtf8(out)); it.hasNext(); ++count)
+        sum += it.next().captured(1).toDouble();
+    return count ? sum / count : -1;
+}
+
+QStringList traps(const MediaClip &clip)
+{
+    QStringList out;
+    for (const ClipIssue &issue : clip.issues) {
+        if (issue.kind == IssueKind::variableFrameRate || issue.kind == IssueKind::interlaced ||
+            issue.kind == IssueKind::hdr)
+            out.append(rawValue(issue.kind));
+    }
+    return out;
+}
+
+} // namespace
+
+TEST(StageTrapConvert, ProResAndH264CopiesHaveNoTrapLeft)
+{
+    QTemporaryDir out;
+    const FfmpegProbe probe;
+    for (ArenaConvertFormat format : {ArenaConvertFormat::proRes422, ArenaConvertFormat::h264}) {
+        for (const char *file : {"vfr.mp4", "vfr.mkv", "interlaced_h264.mp4",
+                                 "interlaced_mpeg2.mpg", "pq_hevc.mp4", "hlg_hevc.mp4"}) {
+            const QString name = QString::fromLatin1(file);
+            SCOPED_TRACE((name + " as " + rawValue(format)).toStdString());
+            MediaClip clip = MediaClip::forFile(trapFixture(name));
+            clip.arenaName = QFileInfo(name).completeBaseName() + "_" + rawValue(format);
+            const ConvertResult converted =
+                MediaConverter::convertVideo(clip, out.path(), {format, false, false}, {}, {});
+            ASSERT_TRUE(converted) << converted.error().description().toStdString();
+            const QString movie = *converted;
+            EXPECT_EQ(traps(MediaInspector::inspect(movie, {}, probe)), QStringList());
+
+            const QJsonObject stream = videoStream(movie);
+            if (name.startsWith("vfr")) {
+                // 25 fps on average becomes a constant 25 fps: every frame 40 ms.
+                const QList<double> times = frameTimes(movie);
+                ASSERT_GT(times.size(), 40);
+                for (qsizetype i = 1; i < times.size(); ++i)
+                    EXPECT_NEAR(times[i] - times[i - 1], 0.040, 0.0005) << "frame " << i;
+                EXPECT_EQ(stream["avg_frame_rate"].toString(), "25/1");
+                const QList<double> source = frameTimes(trapFixture(name));
+                const double sourceSpan = source.last() + 0.02 - source.first(); // last: 20 ms
+                EXPECT_NEAR(times.last() + 0.040 - times.first(), sourceSpan, 0.0401);
+            } else if (name.startsWith("interlaced")) {
+                EXPECT_EQ(stream["field_order"].toString(), "progressive");
+                EXPECT_EQ(frameTimes(movie).size(), 25); // one frame out per frame in
+            } else {
+                EXPECT_EQ(stream["color_transfer"].toString(), "bt709");
+                EXPECT_EQ(stream["color_primaries"].toString(), "bt709");
+                // The SDR pattern behind the fixture has mean luma 123 and a 10-90 % spread of
+                // 169 codes; the PQ signal read as SDR is a flat grey (spread 61).
+                const double mean = lumaStat(movie, "YAVG");
+                EXPECT_GT(mean, 90);
+                EXPECT_LT(mean, 150);
+                EXPECT_GT(lumaStat(movie, "YHIGH") - lumaStat(movie, "YLOW"), 110);
+            }
+        }
+    }
+}
+
+namespace {
+
+// The session over the product's own probe and converter.
+class PackOfTraps : public SessionTest
+{
+protected:
+    PackViewModel &session()
+    {
+        if (!m_session) {
+            PackViewModel::Services services;
+            services.probe = std::make_shared<FfmpegProbe>();
+            services.conversion = std::make_shared<FfmpegConversion>();
+            services.panels = &m_panels;
+            services.desktop = &m_desktop;
+            services.localization = &m_localization;
+            services.preferences = &m_preferences;
+            services.requestThumbnail = [](const MediaClip &) {};
+            m_session = std::make_unique<PackViewModel>(services);
+        }
+        return *m_session;
+    }
+    std::unique_ptr<PackViewModel> m_session;
+};
+
+} // namespace
+
+TEST_F(PackOfTraps, AfterPackConversionNoVideoKeepsAFixableFinding)
+{
+    QList<QUrl> urls;
+    for (const char *file : {"vfr.mkv", "interlaced_mpeg2.mpg", "pq_hevc.mp4"})
+        urls.append(url(trapFixture(file)));
+    urls.append(url(QDir(QStringLiteral(CUEBOX_MEDIA_FIXTURES)).filePath("odd.mov")));
+    QCoro::waitFor(session().ingest(urls));
+    ASSERT_EQ(session().clips().size(), 4);
+    for (const MediaClip &clip : session().clips())
+        EXPECT_EQ(clip.health(), ClipHealth::warn);
+    session().setStripAudioOnConvert(true);
+    m_panels.folders.push_back(path("out"));
+    QDir().mkpath(path("out"));
+    QCoro::waitFor(session().convertPack(false));
+    ASSERT_EQ(session().status().kind(), PackStatus::Kind::converted)
+        << session().statusText().toStdString();
+    const QList<IssueKind> fixable{
+        IssueKind::variableFrameRate, IssueKind::interlaced, IssueKind::hdr,  IssueKind::oddSize,
+        IssueKind::heavyCodec,        IssueKind::weirdCodec, IssueKind::audio};
+    for (const MediaClip &clip : session().clips()) {
+        SCOPED_TRACE(clip.sourcePath().toStdString());
+        EXPECT_TRUE(clip.sourcePath().startsWith(path("out")));
+        for (const ClipIssue &issue : clip.issues)
+            EXPECT_FALSE(fixable.contains(issue.kind)) << rawValue(issue.kind).toStdString();
+    }
+}
