@@ -52,6 +52,11 @@ PackStatus PackStatus::exporting(qint64 index, qint64 total, const QString &name
     return PackStatus(Kind::exporting, index, total, name);
 }
 
+PackStatus PackStatus::waiting(qint64 count)
+{
+    return PackStatus(Kind::waiting, count);
+}
+
 QString PackStatus::text(const L10n &strings) const
 {
     switch (m_kind) {
@@ -73,6 +78,8 @@ QString PackStatus::text(const L10n &strings) const
         return strings.format(u"watch.active", {m_text});
     case Kind::exporting:
         return strings.format(u"scan.exporting", {m_first, m_second, m_text});
+    case Kind::waiting:
+        return strings.format(u"watch.waiting", {m_first});
     case Kind::error:
         return m_text; // already worded for the user, never translated
     case Kind::idle:

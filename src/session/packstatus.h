@@ -27,6 +27,7 @@ public:
         noProblems,
         noAudioToStrip,
         exporting,
+        waiting,
     };
 
     PackStatus() = default;
@@ -47,6 +48,8 @@ public:
     static PackStatus noProblems() { return PackStatus(Kind::noProblems); }
     static PackStatus noAudioToStrip() { return PackStatus(Kind::noAudioToStrip); }
     static PackStatus exporting(qint64 index, qint64 total, const QString &name);
+    // Files in the watched folder still being written; they join once complete.
+    static PackStatus waiting(qint64 count);
 
     Kind kind() const { return m_kind; }
     qint64 index() const { return m_first; }
