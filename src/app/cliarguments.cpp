@@ -14,6 +14,8 @@ std::optional<Verb> verbOf(const QString &word)
         return Verb::convert;
     if (word == u"strip-audio")
         return Verb::stripAudio;
+    if (word == u"watch")
+        return Verb::watch;
     return std::nullopt;
 }
 
@@ -64,10 +66,19 @@ QString cliUsage(const QString &verb)
                               "Re-encodes every video with audio without it. With --to, the "
                               "pack is then\nexported into DIR.\n\nOptions:\n") +
                QLatin1String(kCheckOptions);
+    } else if (verb == u"watch") {
+        text = QStringLiteral("Usage: cuebox watch [options] FOLDER\n\n"
+                              "Adds the media in FOLDER and its sub-folders, then follows it: "
+                              "a file joins\nonce it is completely written, a replaced file is "
+                              "checked again, a deleted one\nturns red. Prints one line per clip "
+                              "as it is added, changed or gone, until\nCtrl-C (exit status "
+                              "130).\n\nOptions:\n  --json                 One JSON object "
+                              "per line, with an \"event\" field.\n") +
+               QLatin1String(kCheckOptions);
     } else {
         text = QStringLiteral(
             "Usage: cuebox [FOLDER...]\n"
-            "       cuebox check|export|convert|strip-audio [options] PATH...\n"
+            "       cuebox check|export|convert|strip-audio|watch [options] PATH...\n"
             "       cuebox --help | --version | VERB --help\n\n"
             "Cuebox checks show media for Resolume Arena: it finds every video and still in a "
             "show\nfolder, judges how safe each clip is to play live, names clips in cue order "
@@ -77,7 +88,8 @@ QString cliUsage(const QString &verb)
             "  check        Print the verdict of every clip, the checklist and the report.\n"
             "  export       Export the pack folder.\n"
             "  convert      Convert clips to Arena-friendly files, with a backup.\n"
-            "  strip-audio  Re-encode videos without their audio.\n\n"
+            "  strip-audio  Re-encode videos without their audio.\n"
+            "  watch        Follow a drop folder and report clips as they arrive.\n\n"
             "Options:\n"
             "  -h, --help     Show this help (or a verb's help) and exit.\n"
             "  -v, --version  Show the version and exit.\n");
@@ -146,9 +158,9 @@ CliParse parseCli(const QStringList &args)
             if (!value(v))
                 return {std::nullopt, QStringLiteral("--save-project needs a file")};
             parsed.saveProject = v;
-        } else if (arg == u"--json" && parsed.verb == Verb::check) {
+        } else if (arg == u"--json" && (parsed.verb == Verb::check || parsed.verb == Verb::watch)) {
             parsed.json = true;
-        } else if (arg == u"--to" && parsed.verb != Verb::check) {
+        } else if (arg == u"--to" && parsed.verb != Verb::check && parsed.verb != Verb::watch) {
             if (!value(v))
                 return {std::nullopt, QStringLiteral("--to needs a folder")};
             parsed.to = v;
@@ -175,6 +187,8 @@ CliParse parseCli(const QStringList &args)
     if (parsed.paths.isEmpty() && !parsed.project)
         return {std::nullopt,
                 QStringLiteral("%1 needs at least one PATH (or --project FILE)").arg(first)};
+    if (parsed.verb == Verb::watch && (parsed.paths.size() != 1 || parsed.project))
+        return {std::nullopt, QStringLiteral("watch needs exactly one FOLDER")};
     if ((parsed.verb == Verb::exportPack || parsed.verb == Verb::convert) && !parsed.to)
         return {std::nullopt, QStringLiteral("%1 needs --to DIR").arg(first)};
     return {parsed, {}};

@@ -9,6 +9,7 @@
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "watchverb.h"
 
 #include <QCoroTask>
 #include <QDir>
@@ -196,6 +197,12 @@ int runVerb(const CliArguments &args)
         if (!QFileInfo::exists(path))
             return usageError(QStringLiteral("no such file or folder '%1'").arg(path), {});
     }
+    if (args.verb == Verb::watch) {
+        std::signal(SIGINT, onInterrupt);
+        std::signal(SIGTERM, onInterrupt);
+        return WatchVerb::run(session, QFileInfo(args.paths.front()).absoluteFilePath(), args.json,
+                              strings, g_interrupted);
+    }
     {
         ProgressPrinter progress(session, strings);
         if (args.project)
@@ -292,6 +299,7 @@ int runVerb(const CliArguments &args)
     }
     case Verb::help:
     case Verb::version:
+    case Verb::watch:
         break;
     }
     return 0;
@@ -311,7 +319,7 @@ bool wants(const QStringList &args)
     }
     const QString &first = args.front();
     return first == u"check" || first == u"export" || first == u"convert" ||
-           first == u"strip-audio";
+           first == u"strip-audio" || first == u"watch";
 }
 
 int run(const QStringList &args)
