@@ -16,6 +16,8 @@ std::optional<Verb> verbOf(const QString &word)
         return Verb::stripAudio;
     if (word == u"verify")
         return Verb::verify;
+    if (word == u"watch")
+        return Verb::watch;
     return std::nullopt;
 }
 
@@ -78,10 +80,19 @@ QString cliUsage(const QString &verb)
             "then a summary.\n"
             "Exit status: 0 everything matches, 1 a problem was found, 2 no checksum file\n"
             "or a usage error.\n");
+    } else if (verb == u"watch") {
+        text = QStringLiteral("Usage: cuebox watch [options] FOLDER\n\n"
+                              "Adds the media in FOLDER and its sub-folders, then follows it: "
+                              "a file joins\nonce it is completely written, a replaced file is "
+                              "checked again, a deleted one\nturns red. Prints one line per clip "
+                              "as it is added, changed or gone, until\nCtrl-C (exit status "
+                              "130).\n\nOptions:\n  --json                 One JSON object "
+                              "per line, with an \"event\" field.\n") +
+               QLatin1String(kCheckOptions);
     } else {
         text = QStringLiteral(
             "Usage: cuebox [FOLDER...]\n"
-            "       cuebox check|export|convert|strip-audio|verify [options] PATH...\n"
+            "       cuebox check|export|convert|strip-audio|verify|watch [options] PATH...\n"
             "       cuebox --help | --version | VERB --help\n\n"
             "Cuebox checks show media for Resolume Arena: it finds every video and still in a "
             "show\nfolder, judges how safe each clip is to play live, names clips in cue order "
@@ -92,7 +103,8 @@ QString cliUsage(const QString &verb)
             "  export       Export the pack folder.\n"
             "  convert      Convert clips to Arena-friendly files, with a backup.\n"
             "  strip-audio  Re-encode videos without their audio.\n"
-            "  verify       Check a pack folder against its checksums.sha256.\n\n"
+            "  verify       Check a pack folder against its checksums.sha256.\n"
+            "  watch        Follow a drop folder and report clips as they arrive.\n\n"
             "Options:\n"
             "  -h, --help     Show this help (or a verb's help) and exit.\n"
             "  -v, --version  Show the version and exit.\n");
@@ -161,9 +173,9 @@ CliParse parseCli(const QStringList &args)
             if (!value(v))
                 return {std::nullopt, QStringLiteral("--save-project needs a file")};
             parsed.saveProject = v;
-        } else if (arg == u"--json" && parsed.verb == Verb::check) {
+        } else if (arg == u"--json" && (parsed.verb == Verb::check || parsed.verb == Verb::watch)) {
             parsed.json = true;
-        } else if (arg == u"--to" && parsed.verb != Verb::check) {
+        } else if (arg == u"--to" && parsed.verb != Verb::check && parsed.verb != Verb::watch) {
             if (!value(v))
                 return {std::nullopt, QStringLiteral("--to needs a folder")};
             parsed.to = v;
@@ -195,6 +207,8 @@ CliParse parseCli(const QStringList &args)
     if (parsed.paths.isEmpty() && !parsed.project)
         return {std::nullopt,
                 QStringLiteral("%1 needs at least one PATH (or --project FILE)").arg(first)};
+    if (parsed.verb == Verb::watch && (parsed.paths.size() != 1 || parsed.project))
+        return {std::nullopt, QStringLiteral("watch needs exactly one FOLDER")};
     if ((parsed.verb == Verb::exportPack || parsed.verb == Verb::convert) && !parsed.to)
         return {std::nullopt, QStringLiteral("%1 needs --to DIR").arg(first)};
     return {parsed, {}};

@@ -11,7 +11,7 @@
 // What a command-line verb was asked to do. Parsing never exits; a usage error carries the
 // message that names the bad argument.
 struct CliArguments {
-    enum class Verb { help, version, check, exportPack, convert, stripAudio, verify };
+    enum class Verb { help, version, check, exportPack, convert, stripAudio, verify, watch };
     Verb verb = Verb::help;
     QString helpFor; // the verb whose help was asked for
     QStringList paths;

@@ -34,7 +34,26 @@ QString cell(const QString &text, int width)
     return text.size() >= width ? text + u' ' : text.leftJustified(width + 1);
 }
 
+QString row(const MediaClip &clip, int nameWidth, const L10n &strings, bool colour)
+{
+    const ClipHealth health = clip.health();
+    QStringList findings;
+    for (const ClipIssue &issue : clip.issues)
+        findings.append(issue.localized(strings));
+    return cell(QString::number(clip.cueIndex), 4) + cell(clip.arenaName, nameWidth) +
+           (colour ? colourOf(health) : QString()) + cell(healthLabel(health, strings), 6) +
+           (colour ? QStringLiteral("\x1b[0m") : QString()) + cell(clip.resolutionLabel(), 11) +
+           cell(clip.durationLabel(), 7) +
+           cell(clip.frameRate ? QString::number(*clip.frameRate, 'f', 2) : kDashLabel, 6) +
+           cell(clip.videoCodec.value_or(kDashLabel), 6) + findings.join(QStringLiteral(" | "));
+}
+
 } // namespace
+
+QString eventLine(const char *eventKey, const MediaClip &clip, const L10n &strings, bool colour)
+{
+    return cell(strings[QString::fromLatin1(eventKey)], 8) + row(clip, 0, strings, colour);
+}
 
 QString text(const QList<MediaClip> &clips, const PreShowChecklist &checklist, const L10n &strings,
              bool colour)
@@ -50,18 +69,8 @@ QString text(const QList<MediaClip> &clips, const PreShowChecklist &checklist, c
                   cell(strings[u"table.status"], 6) + cell(strings[u"table.res"], 11) +
                   cell(strings[u"cli.duration"], 7) + cell(strings[u"table.fps"], 6) +
                   cell(strings[u"cli.codec"], 6) + strings[u"cli.findings"] + reset + u'\n';
-    for (const MediaClip &clip : clips) {
-        const ClipHealth health = clip.health();
-        QStringList findings;
-        for (const ClipIssue &issue : clip.issues)
-            findings.append(issue.localized(strings));
-        out += cell(QString::number(clip.cueIndex), 4) + cell(clip.arenaName, nameWidth) +
-               (colour ? colourOf(health) : QString()) + cell(healthLabel(health, strings), 6) +
-               reset + cell(clip.resolutionLabel(), 11) + cell(clip.durationLabel(), 7) +
-               cell(clip.frameRate ? QString::number(*clip.frameRate, 'f', 2) : kDashLabel, 6) +
-               cell(clip.videoCodec.value_or(kDashLabel), 6) +
-               findings.join(QStringLiteral(" | ")) + u'\n';
-    }
+    for (const MediaClip &clip : clips)
+        out += row(clip, nameWidth, strings, colour) + u'\n';
 
     out += u'\n' + bold + strings[u"checklist.title"] + QStringLiteral("  ") +
            strings.format(u"checklist.progress",

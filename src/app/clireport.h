@@ -18,5 +18,7 @@ QString text(const QList<MediaClip> &clips, const PreShowChecklist &checklist, c
 JsonValue json(const QList<MediaClip> &clips, const PreShowChecklist &checklist,
                const PackStatus &status, const L10n &strings);
 JsonValue clipJson(const MediaClip &clip, const L10n &strings);
+// One line of `cuebox watch`: what happened (`eventKey` looked up), then the clip's row.
+QString eventLine(const char *eventKey, const MediaClip &clip, const L10n &strings, bool colour);
 
 } // namespace CliReport

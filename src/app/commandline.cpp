@@ -9,6 +9,7 @@
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "watchverb.h"
 
 #include <QCoroTask>
 #include <QDir>
@@ -254,6 +255,12 @@ int runVerb(const CliArguments &args)
         const auto watch = watchInterrupts(session);
         return runVerify(session, args.paths.front(), strings);
     }
+    if (args.verb == Verb::watch) {
+        std::signal(SIGINT, onInterrupt);
+        std::signal(SIGTERM, onInterrupt);
+        return WatchVerb::run(session, QFileInfo(args.paths.front()).absoluteFilePath(), args.json,
+                              strings, g_interrupted);
+    }
     {
         ProgressPrinter progress(session, strings);
         if (args.project)
@@ -341,6 +348,7 @@ int runVerb(const CliArguments &args)
     case Verb::help:
     case Verb::version:
     case Verb::verify:
+    case Verb::watch:
         break;
     }
     return 0;
@@ -360,7 +368,8 @@ bool wants(const QStringList &args)
     }
     const QString &first = args.front();
     return first == u"check" || first == u"export" || first == u"convert" ||
-           first == u"strip-audio" || first == u"verify";
+           first == u"strip-audio" || first == u"verify" ||
+           first == u"watch";
 }
 
 int run(const QStringList &args)

@@ -92,6 +92,11 @@ bool PackStatus::isFailure() const
            m_kind == Kind::noChecksums;
 }
 
+PackStatus PackStatus::waiting(qint64 count)
+{
+    return PackStatus(Kind::waiting, count);
+}
+
 QString PackStatus::text(const L10n &strings) const
 {
     switch (m_kind) {
@@ -131,6 +136,8 @@ QString PackStatus::text(const L10n &strings) const
     }
     case Kind::noChecksums:
         return strings.format(u"verify.noChecksums", {m_text});
+    case Kind::waiting:
+        return strings.format(u"watch.waiting", {m_first});
     case Kind::error:
         return m_text; // already worded for the user, never translated
     case Kind::idle:

@@ -33,6 +33,7 @@ public:
         verified,
         verifyFailed,
         noChecksums,
+        waiting,
     };
 
     PackStatus() = default;
@@ -61,6 +62,8 @@ public:
     // `problem` is a PackVerifier::Problem; `name` the first bad file.
     static PackStatus verifyFailed(int problem, qint64 problems, const QString &name);
     static PackStatus noChecksums(const QString &folder);
+    // Files in the watched folder still being written; they join once complete.
+    static PackStatus waiting(qint64 count);
 
     Kind kind() const { return m_kind; }
     qint64 index() const { return m_first; }

@@ -8,11 +8,13 @@
 #include "session/duplicates.h"
 #include "session/probebatch.h"
 #include "session/watchfoldermonitor.h"
+#include "session/watchintake.h"
 
 PackViewModel::PackViewModel(Services services, QObject *parent)
     : QObject(parent)
     , m_services(std::move(services))
     , m_watchFolder(std::make_unique<WatchFolderMonitor>())
+    , m_watchIntake(std::make_unique<WatchIntake>())
     , m_convertFormat(ArenaConvertFormat::proRes422)
 {
     if (!m_services.localization)
@@ -25,6 +27,10 @@ PackViewModel::PackViewModel(Services services, QObject *parent)
     connect(this, &PackViewModel::screenProfileChanged, this, &PackViewModel::publishRules);
     connect(this, &PackViewModel::warnOnEmbeddedAudioChanged, this, &PackViewModel::publishRules);
     connect(this, &PackViewModel::warnOnHEVCChanged, this, &PackViewModel::publishRules);
+    m_watchRelook.setSingleShot(true);
+    m_watchRelook.setTimerType(Qt::PreciseTimer); // never early: the looks must be far enough apart
+    m_watchRelook.setInterval(int(WatchIntake::kSettleMs));
+    connect(&m_watchRelook, &QTimer::timeout, this, [this] { lookAtWatchFolder(); });
 }
 
 PackViewModel::~PackViewModel()

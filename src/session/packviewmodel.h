@@ -1,6 +1,7 @@
 #pragma once
 
 #include "media/convert/convertformat.h"
+#include "model/filestamp.h"
 #include "model/mediaclip.h"
 #include "model/prefixtemplate.h"
 #include "model/result.h"
@@ -15,8 +16,11 @@
 
 #include <QCoroTask>
 #include <QFuture>
+#include <QHash>
 #include <QList>
 #include <QObject>
+#include <QSet>
+#include <QTimer>
 #include <QUrl>
 #include <QUuid>
 
@@ -33,6 +37,7 @@ class MediaConversion;
 class MediaProbe;
 class Panels;
 class WatchFolderMonitor;
+class WatchIntake;
 
 // The one session of the application: the pack and every operation on it. Lives on the GUI
 // thread; its long operations are coroutines there that await media work on a thread pool, so
@@ -194,6 +199,8 @@ Q_SIGNALS:
     void isExportingChanged();
     void isVerifyingChanged();
     void verifyProgressChanged();
+    // Clips of the watched folder probed again in place because their files changed or went.
+    void watchedClipsProbed(const QList<QUuid> &ids);
 
 private:
     friend class PackViewModelTestAccess;
@@ -217,6 +224,13 @@ private:
     QString text(const char *key) const;
     void requestThumbnail(const MediaClip &clip);
     QCoro::Task<MediaClip> inspectOffThread(QString path);
+    // The status an ingest or a refresh ends with: waiting or watching while a watch runs.
+    PackStatus statusAfterIngest() const;
+    QCoro::Task<> firstWatchIngest(QString folder);
+    QCoro::Task<> lookAtWatchFolder();
+    QCoro::Task<> refreshClips(QStringList paths, QHash<QString, FileStamp> stamps,
+                               std::optional<PackStatus> endStatus);
+    void watchWorkDone();
     void publishRules();
     void pruneIngestWorkers();
     void replaceConverted(const QUuid &id, const MediaClip &fresh);
@@ -225,6 +239,13 @@ private:
 
     Services m_services;
     std::unique_ptr<WatchFolderMonitor> m_watchFolder;
+    std::unique_ptr<WatchIntake> m_watchIntake;
+    QTimer m_watchRelook; // looks again while files are still being written
+    int m_watchBusy = 0;  // looks and the ingests they start: one at a time
+    bool m_watchLookAgain = false;
+    QSet<QString> m_watchSeen; // files found below the folder, also through linked folders
+    // Each pack file as looked at before its last probe: a watch compares it with the file now.
+    QHash<QString, FileStamp> m_probedStamps;
     std::stop_source m_conversionStop;
     // Ingest workers read the rules from here and report into this session until stopped.
     std::shared_ptr<LiveRules> m_liveRules;

@@ -60,7 +60,11 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
 
     if (fresh.isEmpty()) {
         setScanning(false);
-        setStatus(m_clips.isEmpty() ? PackStatus::empty() : PackStatus::ready(m_clips.size()));
+        // While watching, a rescan that finds nothing new is no news: the watch goes on.
+        if (m_watchFolder->isWatching())
+            setStatus(statusAfterIngest());
+        else
+            setStatus(m_clips.isEmpty() ? PackStatus::empty() : PackStatus::ready(m_clips.size()));
         co_return;
     }
 
@@ -71,6 +75,7 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     struct Run {
         QPromise<void> done;
         QList<MediaClip> clips;
+        QHash<QString, FileStamp> stamps;
     };
     auto run = std::make_shared<Run>();
     run->done.start();
@@ -87,13 +92,19 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         m_services.readAhead};
     m_ingestWorkers.append(
         QtConcurrent::run([this, batch, fresh, run, stop = m_ingestStop.get_token()] {
+            // Looked at before any probe: a file that changes meanwhile then differs from its
+            // stamp, and a watched folder probes it again.
+            QHash<QString, FileStamp> stamps;
+            for (const QString &path : fresh)
+                stamps.insert(path, FileStamp::of(path));
             QList<MediaClip> probed = batch.run(fresh, stop);
             if (stop.stop_requested())
                 return;
             QMetaObject::invokeMethod(
                 this,
-                [run, probed = std::move(probed)]() mutable {
+                [run, probed = std::move(probed), stamps = std::move(stamps)]() mutable {
                     run->clips = std::move(probed);
+                    run->stamps = std::move(stamps);
                     run->done.finish();
                 },
                 Qt::QueuedConnection);
@@ -111,6 +122,7 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         clip.arenaName =
             ArenaNamer::makeName(clip.cueIndex, clip.originalName, m_showPrefix, m_zeroPad);
         requestThumbnail(clip);
+        m_probedStamps.insert(clip.sourcePath(), run->stamps.value(clip.sourcePath()));
     }
 
     QList<MediaClip> clips = m_clips;
@@ -120,12 +132,7 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     if (!m_selectedClipID && !added.isEmpty())
         setSelectedClipID(added.front().id);
     setScanning(false);
-    if (m_watchFolder->isWatching()) {
-        const std::optional<QString> folder = m_watchFolder->folder();
-        setStatus(PackStatus::watching(folder ? PathNames::lastComponent(*folder) : QString()));
-    } else {
-        setStatus(PackStatus::ready(m_clips.size()));
-    }
+    setStatus(statusAfterIngest());
 }
 
 bool PackViewModel::handleDrop(const QList<QUrl> &urls)

@@ -10,10 +10,13 @@ using WatchFolder = SessionTest;
 TEST_F(WatchFolder, ABurstOfTenFilesStartsOneIngestThatAddsTen)
 {
     touch("drop/first.mov");
+    QStringList &statuses = recordStatuses();
     vm().startWatching(path("drop"));
     EXPECT_TRUE(vm().watchFolder().isWatching());
     ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
-    EXPECT_EQ(vm().status(), PackStatus::watching("drop"));
+    // "Scanning…" shows through discovery: the watching status came before it, not over it.
+    EXPECT_EQ(statuses, (QStringList{"Watching: drop", "Scanning…", "Checking 1/1: first.mov",
+                                     "Watching: drop"}));
 
     int ingests = 0;
     QObject::connect(&vm(), &PackViewModel::statusChanged, [&] {
@@ -37,11 +40,13 @@ TEST_F(WatchFolder, StoppingAndFailedOpen)
     vm().stopWatching(); // twice is harmless
     EXPECT_EQ(vm().status(), PackStatus::idle());
 
+    QStringList &statuses = recordStatuses();
     vm().startWatching(path("does-not-exist"));
     EXPECT_FALSE(vm().watchFolder().isWatching());
     EXPECT_EQ(vm().watchFolder().folder(), path("does-not-exist"));
-    EXPECT_EQ(vm().status(), PackStatus::watching("does-not-exist"));
     ASSERT_TRUE(waitUntil([&] { return !vm().isScanning(); }));
+    EXPECT_EQ(statuses,
+              (QStringList{"Watching: does-not-exist", "Scanning…", "No media files found"}));
 
     touch("one/a.mov");
     touch("two/b.mov");
@@ -56,4 +61,37 @@ TEST_F(WatchFolder, StoppingAndFailedOpen)
     vm().stopWatching();
     EXPECT_FALSE(vm().watchFolder().folder());
     EXPECT_EQ(vm().status(), PackStatus::ready(2));
+}
+
+TEST_F(WatchFolder, TouchingAPackFileProbesItAgainAndEndsWatching)
+{
+    touch("drop/a.mov");
+    vm().startWatching(path("drop"));
+    ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+    const QUuid id = vm().clips().front().id;
+    // Dropping a file that is already there adds nothing and leaves the watch announced.
+    QCoro::waitFor(vm().ingest({url(path("drop/a.mov"))}));
+    EXPECT_EQ(vm().status(), PackStatus::watching("drop"));
+
+    const QStringList &statuses = recordStatuses();
+    QFile file(path("drop/a.mov"));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
+    file.close();
+    ASSERT_TRUE(waitUntil([&] { return statuses.size() == 3 && !vm().isScanning(); }));
+    EXPECT_EQ(statuses, (QStringList{"Waiting for 1 files to finish copying…", "Checking 1/1: 01_a",
+                                     "Watching: drop"}));
+    EXPECT_EQ(vm().clips().size(), 1);
+    EXPECT_EQ(vm().clips().front().id, id);
+}
+
+TEST_F(WatchFolder, ARemovedFolderEndsTheWatchWithAnErrorAndKeepsItsClips)
+{
+    touch("drop/a.mov");
+    vm().startWatching(path("drop"));
+    ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+    ASSERT_TRUE(QDir(path("drop")).removeRecursively());
+    ASSERT_TRUE(waitUntil([&] { return !vm().watchFolder().isWatching() && !vm().isScanning(); }));
+    EXPECT_EQ(vm().statusText(), "The watched folder is gone: drop");
+    EXPECT_EQ(vm().clips().size(), 1);
 }
