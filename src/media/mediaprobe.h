@@ -25,8 +25,9 @@ struct VideoFacts {
     std::optional<double> naturalWidth;
     std::optional<double> naturalHeight;
     std::optional<DisplayMatrix> transform;
-    float nominalFrameRate = 0; // 0 when unknown
+    float nominalFrameRate = 0;            // 0 when unknown
     std::optional<quint32> videoCodecCode; // four-character code, most significant byte first
+    bool hasAlpha = false;                 // its pixel format carries an alpha channel
     // First audio track.
     std::optional<quint32> audioCodecCode;
 };
@@ -37,6 +38,7 @@ struct ImageFacts {
     bool hasProperties = false; // its first image has readable properties
     std::optional<qint64> width;
     std::optional<qint64> height;
+    bool hasAlpha = false; // an alpha channel with at least one pixel less than opaque
 };
 
 // The media layer. Implementations run on worker threads and must not touch QObjects; they

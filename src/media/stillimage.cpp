@@ -2,6 +2,7 @@
 
 #include "fitsize.h"
 #include "heif/heifimage.h"
+#include "stillalpha.h"
 
 #include <QImageReader>
 
@@ -22,8 +23,11 @@ QImage readUpright(const QString &path, std::optional<QSize> scaled)
 
 ImageFacts readFacts(const QString &path)
 {
-    if (HeifImage::looksLikeHeif(path))
-        return HeifImage::readFacts(path);
+    if (HeifImage::looksLikeHeif(path)) {
+        ImageFacts facts = HeifImage::readFacts(path);
+        facts.hasAlpha = facts.hasAlpha && StillAlpha::anyTranslucentPixel(path);
+        return facts;
+    }
     QImageReader reader(path);
     ImageFacts facts;
     facts.opened = reader.canRead();
@@ -34,6 +38,8 @@ ImageFacts readFacts(const QString &path)
         facts.hasProperties = true;
         facts.width = size.width();
         facts.height = size.height();
+        facts.hasAlpha = StillAlpha::declaresAlpha(reader.imageFormat()) &&
+                         StillAlpha::anyTranslucentPixel(path);
     }
     return facts;
 }

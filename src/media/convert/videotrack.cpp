@@ -43,11 +43,12 @@ ScaleHandle makeScaler(TargetSize from, AVPixelFormat fromFormat, TargetSize to,
 
 } // namespace
 
-TargetSize croppedSize(int width, int height, AVPixelFormat target)
+TargetSize croppedSize(int width, int height, AVPixelFormat target, int blockSize)
 {
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(target);
-    const int columnStep = descriptor ? 1 << descriptor->log2_chroma_w : 1;
-    const int rowStep = descriptor ? 1 << descriptor->log2_chroma_h : 1;
+    const int block = std::max(blockSize, 1);
+    const int columnStep = std::max(descriptor ? 1 << descriptor->log2_chroma_w : 1, block);
+    const int rowStep = std::max(descriptor ? 1 << descriptor->log2_chroma_h : 1, block);
     return {width - width % columnStep, height - height % rowStep};
 }
 
@@ -143,7 +144,8 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
     const int height = m_encoder->height;
     // The source already has the target's layout: cropping the right and bottom edges only
     // shortens the rows and columns read, so the decoded frame goes in as it is.
-    const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt);
+    const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt,
+                                        m_output.settings().blockSize);
     if (decoded->format == m_encoder->pix_fmt && decoded->color_range != AVCOL_RANGE_JPEG &&
         read.width == width && read.height == height) {
         decoded->width = width;
