@@ -8,9 +8,9 @@
 
 namespace StillAlpha {
 
-bool declaresAlpha(QImage::Format format)
+bool mayHaveAlpha(QImage::Format format)
 {
-    return format != QImage::Format_Invalid &&
+    return format == QImage::Format_Invalid ||
            QImage::toPixelFormat(format).alphaUsage() == QPixelFormat::UsesAlpha;
 }
 

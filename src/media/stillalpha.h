@@ -7,8 +7,9 @@
 // exported PNGs carry one that is opaque everywhere, and those are plain pictures on stage.
 namespace StillAlpha {
 
-// The format a reader announces from the header has an alpha channel.
-bool declaresAlpha(QImage::Format format);
+// Whether the format a reader announces from the header may hold alpha: it has an alpha
+// channel, or the reader cannot tell without decoding (Qt's WebP reader says nothing).
+bool mayHaveAlpha(QImage::Format format);
 
 // Decodes the stored pixels and looks for one that is not fully opaque. Costs a full decode,
 // so callers ask only when the header declared alpha.

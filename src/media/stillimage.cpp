@@ -38,7 +38,7 @@ ImageFacts readFacts(const QString &path)
         facts.hasProperties = true;
         facts.width = size.width();
         facts.height = size.height();
-        facts.hasAlpha = StillAlpha::declaresAlpha(reader.imageFormat()) &&
+        facts.hasAlpha = StillAlpha::mayHaveAlpha(reader.imageFormat()) &&
                          StillAlpha::anyTranslucentPixel(path);
     }
     return facts;
