@@ -43,6 +43,7 @@ void inspectImage(MediaClip &clip, const InspectionRules &rules, const MediaProb
     clip.width = facts.width;
     clip.height = facts.height;
     clip.duration = 0.0; // present, so a still reads 0:00
+    clip.hasAlpha = facts.hasAlpha;
     clip.videoCodec = PathNames::extension(clip.sourcePath()).toUpper();
     applyGeometryRules(clip, rules);
 }
@@ -90,9 +91,9 @@ void inspectVideo(MediaClip &clip, const InspectionRules &rules, const MediaProb
             return;
         if (failedBy(Stage::transform))
             return;
-        const auto [width, height] = displaySize(facts.naturalWidth.value_or(0),
-                                                 facts.naturalHeight.value_or(0),
-                                                 facts.transform.value_or(DisplayMatrix{}));
+        const auto [width, height] =
+            displaySize(facts.naturalWidth.value_or(0), facts.naturalHeight.value_or(0),
+                        facts.transform.value_or(DisplayMatrix{}));
         clip.width = width;
         clip.height = height;
         if (failedBy(Stage::frameRate))
@@ -106,6 +107,7 @@ void inspectVideo(MediaClip &clip, const InspectionRules &rules, const MediaProb
             return;
         if (facts.videoCodecCode)
             clip.videoCodec = fourCC(*facts.videoCodecCode);
+        clip.hasAlpha = facts.hasAlpha;
     }
     if (facts.videoTrackCount == 0 && failedBy(Stage::formats))
         return;

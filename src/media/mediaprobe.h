@@ -27,6 +27,7 @@ struct VideoFacts {
     std::optional<DisplayMatrix> transform;
     float nominalFrameRate = 0;            // 0 when unknown
     std::optional<quint32> videoCodecCode; // four-character code, most significant byte first
+    bool hasAlpha = false;                 // its pixel format carries an alpha channel
     // First audio track.
     std::optional<quint32> audioCodecCode;
     // Stage traps of the first video track, from its header and sample timing.
@@ -42,6 +43,7 @@ struct ImageFacts {
     bool hasProperties = false; // its first image has readable properties
     std::optional<qint64> width;
     std::optional<qint64> height;
+    bool hasAlpha = false; // an alpha channel with at least one pixel less than opaque
 };
 
 // The media layer. Implementations run on worker threads and must not touch QObjects; they

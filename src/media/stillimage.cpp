@@ -3,6 +3,7 @@
 #include "fitsize.h"
 #include "heif/heifimage.h"
 #include "model/filesystem.h"
+#include "stillalpha.h"
 
 #include <QImageReader>
 
@@ -25,8 +26,11 @@ ImageFacts readFacts(const QString &path)
 {
     if (FileSystem::isSpecial(path)) // a pipe would block the reader for ever
         return {};
-    if (HeifImage::looksLikeHeif(path))
-        return HeifImage::readFacts(path);
+    if (HeifImage::looksLikeHeif(path)) {
+        ImageFacts facts = HeifImage::readFacts(path);
+        facts.hasAlpha = facts.hasAlpha && StillAlpha::anyTranslucentPixel(path);
+        return facts;
+    }
     QImageReader reader(path);
     ImageFacts facts;
     facts.opened = reader.canRead();
@@ -37,6 +41,8 @@ ImageFacts readFacts(const QString &path)
         facts.hasProperties = true;
         facts.width = size.width();
         facts.height = size.height();
+        facts.hasAlpha = StillAlpha::mayHaveAlpha(reader.imageFormat()) &&
+                         StillAlpha::anyTranslucentPixel(path);
     }
     return facts;
 }

@@ -29,6 +29,7 @@ void MediaClip::takeProbedFields(const MediaClip &probed)
     videoCodec = probed.videoCodec;
     audioCodec = probed.audioCodec;
     hasAudio = probed.hasAudio;
+    hasAlpha = probed.hasAlpha;
     issues = probed.issues;
     isInspected = probed.isInspected;
 }
@@ -108,6 +109,7 @@ size_t qHash(const MediaClip &clip, size_t seed) noexcept
     optional(clip.videoCodec, QString());
     optional(clip.audioCodec, QString());
     seed = combine(seed, clip.hasAudio);
+    seed = combine(seed, clip.hasAlpha);
     seed = combine(seed, clip.isInspected);
     for (const ClipIssue &issue : clip.issues)
         seed = combine(seed, qHash(issue));

@@ -25,6 +25,7 @@ struct MediaClip {
     std::optional<QString> videoCodec; // four-character code, or the upper-cased image extension
     std::optional<QString> audioCodec;
     bool hasAudio = false;
+    bool hasAlpha = false; // transparency the picture uses (wanted: not a finding)
     bool isInspected = false;
     QList<ClipIssue> issues;
     std::optional<QString> contentFingerprint;

@@ -10,6 +10,17 @@ bool isDxv(const MediaClip &clip)
     return codec.contains(u"DXV") || codec.contains(u"DXD") || codec.contains(u"DX3");
 }
 
+// The open GPU family the media server also decodes on the graphics card: HAP, HAP Alpha,
+// HAP Q, HAP Q Alpha and the alpha-only texture, in whatever case the file spells them.
+bool isHap(const MediaClip &clip)
+{
+    if (!clip.videoCodec)
+        return false;
+    const QString codec = clip.videoCodec->toUpper();
+    return codec == u"HAP1" || codec == u"HAP5" || codec == u"HAPY" || codec == u"HAPM" ||
+           codec == u"HAPA";
+}
+
 ChecklistItem item(const QString &id, bool ok, std::optional<qint64> count)
 {
     const QString title = QStringLiteral("checklist.") + id;
@@ -23,7 +34,7 @@ PreShowChecklist PreShowChecklist::build(const QList<MediaClip> &clips,
                                          const std::optional<QUrl> &lastExportURL,
                                          const std::optional<QUrl> &lastBackupURL)
 {
-    qint64 fail = 0, warn = 0, audio = 0, videos = 0, dxv = 0, duplicates = 0;
+    qint64 fail = 0, warn = 0, audio = 0, videos = 0, dxv = 0, hap = 0, duplicates = 0;
     for (const MediaClip &clip : clips) {
         const ClipHealth health = clip.health();
         fail += health == ClipHealth::fail;
@@ -31,7 +42,8 @@ PreShowChecklist PreShowChecklist::build(const QList<MediaClip> &clips,
         const bool image = clip.isImage();
         audio += clip.hasAudio && !image;
         videos += !image;
-        dxv += !image && isDxv(clip);
+        dxv += !image && (isDxv(clip) || isHap(clip));
+        hap += !image && isHap(clip);
         duplicates += clip.isDuplicate;
     }
 
@@ -43,7 +55,8 @@ PreShowChecklist PreShowChecklist::build(const QList<MediaClip> &clips,
     if (videos == 0)
         dxvItem.detailKey = QStringLiteral("checklist.dxv.none");
     else if (dxv == videos)
-        dxvItem.detailKey = QStringLiteral("checklist.dxv.ok");
+        dxvItem.detailKey =
+            hap > 0 ? QStringLiteral("checklist.dxv.gpu") : QStringLiteral("checklist.dxv.ok");
     else if (lastExportURL)
         dxvItem.detailKey = QStringLiteral("checklist.dxv.exported");
     else {

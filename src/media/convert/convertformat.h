@@ -6,10 +6,25 @@
 #include <optional>
 
 // The Arena-friendly targets a clip can be converted to. The raw values are stored in project
-// files.
-enum class ArenaConvertFormat { proRes422, proRes422LT, h264 };
+// files. The HAP family is decoded by the media server's GPU.
+enum class ArenaConvertFormat { proRes422, proRes422LT, h264, hap, hapAlpha, hapQ };
 inline constexpr std::array kAllConvertFormats{
-    ArenaConvertFormat::proRes422, ArenaConvertFormat::proRes422LT, ArenaConvertFormat::h264};
+    ArenaConvertFormat::proRes422, ArenaConvertFormat::proRes422LT, ArenaConvertFormat::h264,
+    ArenaConvertFormat::hap,       ArenaConvertFormat::hapAlpha,    ArenaConvertFormat::hapQ};
+
+// HAP stores DXT textures of 4 × 4 pixel blocks.
+inline constexpr bool isHap(ArenaConvertFormat format)
+{
+    return format == ArenaConvertFormat::hap || format == ArenaConvertFormat::hapAlpha ||
+           format == ArenaConvertFormat::hapQ;
+}
+
+// Whether a video converted to `format` keeps an alpha channel it has: ProRes becomes ProRes
+// 4444 and HAP becomes HAP Alpha for such a clip; H.264 has no alpha at all.
+inline constexpr bool canKeepAlpha(ArenaConvertFormat format)
+{
+    return format != ArenaConvertFormat::h264;
+}
 
 inline QString rawValue(ArenaConvertFormat format)
 {
@@ -18,6 +33,12 @@ inline QString rawValue(ArenaConvertFormat format)
         return QStringLiteral("proRes422LT");
     case ArenaConvertFormat::h264:
         return QStringLiteral("h264");
+    case ArenaConvertFormat::hap:
+        return QStringLiteral("hap");
+    case ArenaConvertFormat::hapAlpha:
+        return QStringLiteral("hapAlpha");
+    case ArenaConvertFormat::hapQ:
+        return QStringLiteral("hapQ");
     case ArenaConvertFormat::proRes422:
         break;
     }
@@ -41,10 +62,22 @@ inline QString labelKey(ArenaConvertFormat format)
         return QStringLiteral("convert.format.proreslt");
     case ArenaConvertFormat::h264:
         return QStringLiteral("convert.format.h264");
+    case ArenaConvertFormat::hap:
+    case ArenaConvertFormat::hapAlpha:
+    case ArenaConvertFormat::hapQ:
+        return QStringLiteral("convert.format.") + rawValue(format);
     case ArenaConvertFormat::proRes422:
         break;
     }
     return QStringLiteral("convert.format.prores");
+}
+
+// The one-line help under a format's card; empty for the formats the studio's heading explains.
+inline QString helpKey(ArenaConvertFormat format)
+{
+    if (isHap(format))
+        return labelKey(format) + QStringLiteral(".help");
+    return {};
 }
 
 struct ConvertOptions {

@@ -91,6 +91,8 @@ std::optional<MediaConverterError> ConvertOutput::openVideo(AVFormatContext *sou
         encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     AVDictionary *options = nullptr;
     av_dict_parse_string(&options, m_settings->videoOptions, "=", ":", 0);
+    if (m_settings->chunked)
+        av_dict_set_int(&options, "chunks", hapChunkCount(width, height), 0);
     const int opened = avcodec_open2(encoder, codec, &options);
     const int unused = av_dict_count(options); // a misspelt option would be silently ignored
     av_dict_free(&options);

@@ -36,6 +36,7 @@ public:
     int writeAudio(AVPacket *packet);
     std::optional<MediaConverterError> finish();
 
+    const EncoderSettings &settings() const { return *m_settings; }
     AVCodecContext *videoEncoder() const { return m_videoEncoder.get(); }
     AVCodecContext *audioEncoder() const { return m_audioEncoder.get(); }
 

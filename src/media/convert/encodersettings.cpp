@@ -99,10 +99,23 @@ const EncoderSettings &encoderSettings(ArenaConvertFormat format)
         return kProRes422LT;
     case ArenaConvertFormat::h264:
         return kH264;
+    case ArenaConvertFormat::hap:
+    case ArenaConvertFormat::hapAlpha:
+    case ArenaConvertFormat::hapQ:
+        return hapEncoderSettings(format);
     case ArenaConvertFormat::proRes422:
         break;
     }
     return kProRes422;
+}
+
+const EncoderSettings &alphaEncoderSettings(ArenaConvertFormat format)
+{
+    if (format == ArenaConvertFormat::proRes422 || format == ArenaConvertFormat::proRes422LT)
+        return proRes4444EncoderSettings();
+    if (isHap(format))
+        return hapEncoderSettings(ArenaConvertFormat::hapAlpha);
+    return encoderSettings(format);
 }
 
 int codecThreadCount(ThreadRule rule)

@@ -26,9 +26,18 @@ struct EncoderSettings {
     uint32_t audioTag;              // sample entry code in the movie
     int64_t audioBitRatePerChannel; // 0 for PCM
     bool movieHeaderFirst;          // movflags +faststart
+    int blockSize = 1;              // sides are cropped to multiples of it (DXT: 4)
+    bool chunked = false;           // HAP: frames cut into chunks, counted by hapChunkCount
 };
 
 const EncoderSettings &encoderSettings(ArenaConvertFormat format);
+// The settings for a source with an alpha channel: the format's own when it keeps alpha as it
+// is, its transparent sibling when it has one (ProRes 4444, HAP Alpha), else the format's own.
+const EncoderSettings &alphaEncoderSettings(ArenaConvertFormat format);
+// In gpuencodersettings.cpp: the HAP family and ProRes 4444.
+const EncoderSettings &hapEncoderSettings(ArenaConvertFormat format);
+const EncoderSettings &proRes4444EncoderSettings();
+int hapChunkCount(int width, int height);
 
 // Worker threads for one decoder or encoder; libavcodec would use one thread only.
 int codecThreadCount(ThreadRule rule = ThreadRule::libavcodec);

@@ -12,6 +12,8 @@
 #include "videofilters.h"
 #include "videotrack.h"
 
+#include "media/ffmpeg/alphachannel.h"
+
 #include <memory>
 
 extern "C" {
@@ -103,11 +105,20 @@ ConvertResult MediaConverter::convertVideo(const MediaClip &clip, const QString 
     ConvertInput input;
     if (auto error = input.open(source, !options.dropAudio, stop))
         return *error;
-    const EncoderSettings &settings = encoderSettings(options.format);
     const AVCodecContext *decoder = input.videoDecoder();
-    const TargetSize size = croppedSize(decoder->width, decoder->height, settings.pixelFormat);
-    if (size.width <= 0 || size.height <= 0)
-        return MediaConverterError::unsupported();
+    // Transparency survives wherever the target family has a transparent member.
+    const EncoderSettings &settings = AlphaChannel::inStream(input.videoStream())
+                                          ? alphaEncoderSettings(options.format)
+                                          : encoderSettings(options.format);
+    TargetSize size =
+        croppedSize(decoder->width, decoder->height, settings.pixelFormat, settings.blockSize);
+    if (size.width <= 0 || size.height <= 0) {
+        if (settings.blockSize <= 1 || decoder->width <= 0 || decoder->height <= 0)
+            return MediaConverterError::unsupported();
+        // Smaller than one texture block: the encoder is offered the picture as it is and
+        // refuses it in its own words; the partial file goes with the failure.
+        size = {decoder->width, decoder->height};
+    }
 
     // The same reading of the source as the probe's, so that a converted clip never keeps a
     // trap the probe would find again. A clean clip gets no filters at all.

@@ -44,13 +44,15 @@ ScaleHandle makeScaler(TargetSize from, AVPixelFormat fromFormat, TargetSize to,
 
 } // namespace
 
-TargetSize croppedSize(int width, int height, AVPixelFormat target)
+TargetSize croppedSize(int width, int height, AVPixelFormat target, int blockSize)
 {
     const AVPixFmtDescriptor *descriptor = av_pix_fmt_desc_get(target);
     // Even sides at least, whatever the chroma layout: an odd side is a finding of its own, and
-    // a converted clip must not come back with one (4:2:2 alone would keep an odd height).
-    const int columnStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_w : 1);
-    const int rowStep = std::max(2, descriptor ? 1 << descriptor->log2_chroma_h : 1);
+    // a converted clip must not come back with one (4:2:2 alone would keep an odd height). A
+    // block codec's sides are cut to whole blocks.
+    const int block = std::max(blockSize, 1);
+    const int columnStep = std::max({2, descriptor ? 1 << descriptor->log2_chroma_w : 1, block});
+    const int rowStep = std::max({2, descriptor ? 1 << descriptor->log2_chroma_h : 1, block});
     return {width - width % columnStep, height - height % rowStep};
 }
 
@@ -72,8 +74,8 @@ VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t 
 {
     // For frames that arrive without a duration: one frame at the track's usual rate.
     if (m_encoder->framerate.num > 0 && m_encoder->framerate.den > 0)
-        m_defaultDuration = std::max<int64_t>(
-            1, av_rescale_q(1, av_inv_q(m_encoder->framerate), m_timeBase));
+        m_defaultDuration =
+            std::max<int64_t>(1, av_rescale_q(1, av_inv_q(m_encoder->framerate), m_timeBase));
 }
 
 std::optional<MediaConverterError> VideoTrack::send(const AVPacket *packet)
@@ -98,10 +100,9 @@ std::optional<MediaConverterError> VideoTrack::receiveFrames()
 {
     return CodecSteps::takeDecodedFrames(
         m_decoder, m_decoded.get(), [this](AVFrame *frame) -> std::optional<MediaConverterError> {
-            if (auto error = m_filters ? m_filters->send(frame, [this](AVFrame *f) {
-                                             return encode(f);
-                                         })
-                                       : encode(frame))
+            if (auto error = m_filters
+                                 ? m_filters->send(frame, [this](AVFrame *f) { return encode(f); })
+                                 : encode(frame))
                 return error;
             // Cancelling takes effect between frames, also while draining at the end.
             if (m_stop.stop_requested())
@@ -155,7 +156,8 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
     const int height = m_encoder->height;
     // The source already has the target's layout: cropping the right and bottom edges only
     // shortens the rows and columns read, so the decoded frame goes in as it is.
-    const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt);
+    const TargetSize read = croppedSize(decoded->width, decoded->height, m_encoder->pix_fmt,
+                                        m_output.settings().blockSize);
     if (decoded->format == m_encoder->pix_fmt && decoded->color_range != AVCOL_RANGE_JPEG &&
         read.width == width && read.height == height) {
         decoded->width = width;

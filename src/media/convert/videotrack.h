@@ -10,13 +10,14 @@
 class ConvertOutput;
 class VideoFilters;
 
-// The largest even size a target pixel format can carry inside `width` × `height`: odd sides
-// lose their last column or row (no scaling). 0 when nothing is left.
+// The largest size a target pixel format can carry inside `width` × `height`: odd sides lose
+// their last column or row, and a block codec's sides are cut to whole blocks (no scaling). 0
+// when nothing is left.
 struct TargetSize {
     int width = 0;
     int height = 0;
 };
-TargetSize croppedSize(int width, int height, AVPixelFormat target);
+TargetSize croppedSize(int width, int height, AVPixelFormat target, int blockSize = 1);
 
 // Decoded source frames into encoded target packets for the video track. Timestamps pass
 // through in the source track's time base, shifted so that the movie starts at zero; they

@@ -1,5 +1,6 @@
 #include "ffmpegprobe.h"
 
+#include "alphachannel.h"
 #include "codectags.h"
 #include "frametiming.h"
 #include "inputfile.h"
@@ -47,6 +48,7 @@ VideoFacts FfmpegProbe::probeVideo(const QString &path, std::stop_token stop) co
         facts.transform = StreamFacts::displayMatrix(video).value_or(DisplayMatrix{});
         facts.nominalFrameRate = StreamFacts::frameRate(video);
         facts.videoCodecCode = CodecTags::videoCode(format, video->codecpar);
+        facts.hasAlpha = AlphaChannel::inStream(video);
     }
     if (const AVStream *audio = StreamFacts::firstOf(format, AVMEDIA_TYPE_AUDIO))
         facts.audioCodecCode = CodecTags::audioCode(audio->codecpar);

@@ -68,6 +68,8 @@ ImageFacts readFacts(const QString &path)
         facts.width = width;
         facts.height = height;
     }
+    // Declared only; StillImage looks at the pixels before it calls the still transparent.
+    facts.hasAlpha = heif_image_handle_has_alpha_channel(opened.primary.get()) != 0;
     return facts;
 }
 

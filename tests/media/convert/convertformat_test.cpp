@@ -13,6 +13,9 @@ TEST(ConvertFormat, RawValuesLabelsAndOrder)
         {ArenaConvertFormat::proRes422, "proRes422", "convert.format.prores"},
         {ArenaConvertFormat::proRes422LT, "proRes422LT", "convert.format.proreslt"},
         {ArenaConvertFormat::h264, "h264", "convert.format.h264"},
+        {ArenaConvertFormat::hap, "hap", "convert.format.hap"},
+        {ArenaConvertFormat::hapAlpha, "hapAlpha", "convert.format.hapAlpha"},
+        {ArenaConvertFormat::hapQ, "hapQ", "convert.format.hapQ"},
     };
     ASSERT_EQ(kAllConvertFormats.size(), std::size(rows));
     for (size_t i = 0; i < std::size(rows); ++i) {
@@ -26,7 +29,7 @@ TEST(ConvertFormat, RawValuesLabelsAndOrder)
 
 TEST(ConvertFormat, UnknownRawTextGivesNoValue)
 {
-    for (const char *raw : {"", "prores422", "ProRes422", "h265", "h264 "}) {
+    for (const char *raw : {"", "prores422", "ProRes422", "h265", "h264 ", "HAP", "hap_alpha"}) {
         SCOPED_TRACE(raw);
         EXPECT_EQ(arenaConvertFormatFromRaw(QString::fromLatin1(raw)), std::nullopt);
     }
