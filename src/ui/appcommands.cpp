@@ -3,6 +3,7 @@
 #include "bugreport/bugreport.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
+#include "mnemonics.h"
 #include "session/packviewmodel.h"
 #include "symbols.h"
 
@@ -146,7 +147,7 @@ void AppCommands::relabel()
     const UiContext &c = m_context;
     const auto label = [this](Command command, const QString &text, const QString &tip = {}) {
         QAction *a = action(command);
-        a->setText(text);
+        a->setText(withoutMnemonic(text));
         a->setToolTip(tip.isEmpty() ? QString(text).remove(u'…') : tip);
     };
     label(Command::openFolder, c.text(u"menu.open"));

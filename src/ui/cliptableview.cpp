@@ -6,6 +6,7 @@
 #include "clipthumbs.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
+#include "mnemonics.h"
 #include "session/packviewmodel.h"
 #include "symbols.h"
 
@@ -294,14 +295,16 @@ QMenu *ClipTableView::makeRowMenu(int row)
     PackViewModel &vm = m_context.viewModel;
     auto *menu = new RowMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(m_context.text(u"table.up"), this, [&vm, id] { vm.moveUp(id); });
-    menu->addAction(m_context.text(u"table.down"), this, [&vm, id] { vm.moveDown(id); });
+    menu->addAction(withoutMnemonic(m_context.text(u"table.up")), this,
+                    [&vm, id] { vm.moveUp(id); });
+    menu->addAction(withoutMnemonic(m_context.text(u"table.down")), this,
+                    [&vm, id] { vm.moveDown(id); });
     menu->addSeparator();
-    QAction *remove =
-        menu->addAction(m_context.text(u"table.delete"), this, [&vm, id] { vm.remove(id); });
+    QAction *remove = menu->addAction(withoutMnemonic(m_context.text(u"table.delete")), this,
+                                      [&vm, id] { vm.remove(id); });
     remove->setProperty("destructive", true);
     if (clip->hasAudio) {
-        QAction *strip = menu->addAction(m_context.text(u"audio.remove"), this,
+        QAction *strip = menu->addAction(withoutMnemonic(m_context.text(u"audio.remove")), this,
                                          [&vm, id] { vm.stripAudio({id}); });
         strip->setToolTip(m_context.text(u"audio.remove.help"));
         strip->setEnabled(!vm.isConverting());

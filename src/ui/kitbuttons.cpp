@@ -6,6 +6,7 @@
 #include <QEnterEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
 
 namespace {
 constexpr int kHeight = 42;
@@ -48,10 +49,11 @@ void KitButton::pressTo(qreal scale)
 
 QSize KitButton::sizeHint() const
 {
-    const QFontMetrics fm(font());
+    // The advance rounded up: a button given its hint never elides its label by a fraction.
+    const int textWidth = qCeil(QFontMetricsF(font()).horizontalAdvance(text()));
     const int iconWidth = m_symbol.isEmpty() ? 0 : kIconPx + 8;
     const int height = m_kind == Kind::ghostCompact ? kCompactHeight : kHeight;
-    return {2 * kPaddingX + iconWidth + fm.horizontalAdvance(text()), height};
+    return {2 * kPaddingX + iconWidth + textWidth, height};
 }
 
 void KitButton::enterEvent(QEnterEvent *event)
@@ -102,18 +104,22 @@ void KitButton::paintEvent(QPaintEvent *)
         textColor = AppTheme::white(enabled ? 0.9 : 0.35);
     }
 
+    // A label wider than its room (a layout that squeezed the button) ends in "…" rather than
+    // running over the rounded edge.
     const QFontMetrics fm(font());
-    const int textWidth = fm.horizontalAdvance(text());
-    const int iconWidth = m_symbol.isEmpty() ? 0 : kIconPx + (text().isEmpty() ? 0 : 8);
-    qreal x = face.center().x() - (textWidth + iconWidth) / 2.0;
+    const int icon = m_symbol.isEmpty() ? 0 : kIconPx + (text().isEmpty() ? 0 : 8);
+    const int room = std::max(0, width() - 2 * kPaddingX - icon);
+    const QString label = fm.elidedText(text(), Qt::ElideRight, room);
+    const int textWidth = fm.horizontalAdvance(label);
+    qreal x = face.center().x() - (textWidth + icon) / 2.0;
     if (!m_symbol.isEmpty()) {
         Symbols::paint(&p, m_symbol, textColor,
                        QRectF(x, face.center().y() - kIconPx / 2.0, kIconPx, kIconPx));
-        x += iconWidth;
+        x += icon;
     }
     p.setPen(textColor);
     p.setFont(font());
-    p.drawText(QRectF(x, face.top(), textWidth + 2, face.height()), Qt::AlignVCenter, text());
+    p.drawText(QRectF(x, face.top(), textWidth + 2, face.height()), Qt::AlignVCenter, label);
 }
 
 RoundIconButton::RoundIconButton(const QString &symbol, int diameter, int symbolPx, QWidget *parent)

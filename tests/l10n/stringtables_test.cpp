@@ -37,8 +37,8 @@ TEST(StringTables, PlaceholdersMatchEnglishForEveryKey)
 
 TEST(StringTables, ProductNameAndFixedTexts)
 {
-    const QStringList named{"drop.subtitle",    "panel.open.message", "sidebar.kicker",
-                            "project.open.message", "bug.subject",    "convert.dxv.help"};
+    const QStringList named{"drop.subtitle",        "panel.open.message", "sidebar.kicker",
+                            "project.open.message", "bug.subject",        "convert.dxv.help"};
     for (AppLanguage language : kAllLanguages) {
         const L10n strings(language);
         for (const QString &key : named)
@@ -109,4 +109,48 @@ TEST(StringTables, EveryKeyUsedInTheCodeExists)
     EXPECT_GT(used.size(), 40);
     for (const QString &key : used)
         EXPECT_TRUE(L10n::contains(AppLanguage::english, key)) << qPrintable(key);
+}
+
+// What a review found each language doing another language's way: counts that read wrong for
+// 1 ("1 Warnungen"; languages with plurals write "Warnungen: %d"), the bitrate unit left in
+// English, a spaced Western dash inside Japanese or Chinese sentences, and a table without its
+// glossary of terms.
+TEST(StringTables, EachLanguageWritesCountsUnitsAndPunctuationItsOwnWay)
+{
+    // A number followed by a word, except "%d / %d ready", "N из M" and units.
+    static const QRegularExpression countThenWord(
+        QStringLiteral(R"((?<!%d / )%d\s*(?!px|пикс\.|из )\p{L})"));
+    struct Rule {
+        AppLanguage language;
+        const char *bitrateUnit;
+        bool hasPlural;
+        bool westernDash;
+    };
+    const Rule rules[] = {{AppLanguage::russian, "Мбит/с", true, true},
+                          {AppLanguage::german, "Mbit/s", true, true},
+                          {AppLanguage::spanish, "Mbps", true, true},
+                          {AppLanguage::japanese, "Mbps", false, false},
+                          {AppLanguage::chinese, "Mbps", false, false}};
+    for (const Rule &rule : rules) {
+        SCOPED_TRACE(rawValue(rule.language).toStdString());
+        const L10n strings(rule.language);
+        EXPECT_TRUE(strings[u"issue.bitrate"].contains(QString::fromUtf8(rule.bitrateUnit)))
+            << qPrintable(strings[u"issue.bitrate"]);
+        for (const QString &key : L10n::keys(rule.language)) {
+            const QString text = strings[key];
+            if (rule.hasPlural) {
+                EXPECT_FALSE(countThenWord.match(text).hasMatch()) << qPrintable(text);
+            }
+            if (!rule.westernDash) {
+                EXPECT_FALSE(text.contains(u" \u2014 ")) << qPrintable(text);
+            }
+        }
+    }
+    for (AppLanguage language : kAllLanguages) {
+        QFile table(QStringLiteral(":/l10n/strings/%1.tsv").arg(rawValue(language)));
+        ASSERT_TRUE(table.open(QIODevice::ReadOnly));
+        const QString head = QString::fromUtf8(table.read(4000));
+        EXPECT_TRUE(head.contains(QStringLiteral("\n# Glossary")))
+            << qPrintable(rawValue(language));
+    }
 }

@@ -194,7 +194,7 @@ TEST_F(BugReportWindow, SubjectAndPromptFollowTheLanguageLabelsStayEnglish)
     const QByteArray jaPrompt =
         "%E4%BD%95%E3%81%8C%E5%95%8F%E9%A1%8C%E3%81%A7%E3%81%99%E3%81%8B%EF%BC%9F%E5%86%8D%E7%8F"
         "%BE%E6%89%8B%E9%A0%86%E3%82%92%E6%9B%B8%E3%81%84%E3%81%A6%E3%81%8F%E3%81%A0%E3%81%95%E3"
-        "%81%84%3A%0A%0A1.%0A2.%0A3.%0A";
+        "%81%84%EF%BC%9A%0A%0A1.%0A2.%0A3.%0A";
     EXPECT_EQ(m_desktop.urls[0].toEncoded(),
               expectedUrl("Cuebox%20%E3%83%90%E3%82%B0%E5%A0%B1%E5%91%8A", jaPrompt, "ja", "no", 2,
                           encoded(L10n(AppLanguage::japanese)[u"scan.renamed"])));

@@ -209,7 +209,7 @@ TEST_F(SettingsTest, LanguageChangedElsewhereRebuildsThePageOnTheSameSection)
     EXPECT_EQ(card<WorkspaceSettingsCard>(SettingsSection::workspace)
                   .findChild<QLabel *>("settings.exportHistory.empty")
                   ->text(),
-              "まだフォルダはありません — 一度パックを書き出してください。");
+              "まだフォルダはありません。一度パックを書き出すとここに表示されます。");
     EXPECT_EQ(settings().windowTitle(), "設定");
 }
 

@@ -224,4 +224,9 @@ TEST_F(Sidebar, SwitchingTheLanguageRelabelsTheSidebar)
     EXPECT_EQ(naming().exportButton()->text(), german[u"naming.export"]);
     EXPECT_EQ(sidebar().creditFooter()->text(),
               german[u"credit.designed"] + u' ' + QStringLiteral(CUEBOX_MAKER));
+    // A full-width colon is not followed by a second, ASCII space.
+    m_localization.setLanguage(AppLanguage::chinese);
+    QApplication::processEvents();
+    EXPECT_EQ(sidebar().creditFooter()->text(),
+              QString::fromUtf8("设计：") + QStringLiteral(CUEBOX_MAKER));
 }

@@ -11,6 +11,8 @@ extern "C" {
 #include <libavutil/pixdesc.h>
 }
 
+#include <algorithm>
+
 namespace {
 
 using CodecSteps::failure;

@@ -8,7 +8,9 @@
 CreditFooter::CreditFooter(const QString &designedBy, Desktop &desktop, QWidget *parent)
     : QAbstractButton(parent)
 {
-    setText(designedBy + u' ' + maker());
+    // A full-width colon (设计：) carries its own space; a second one would open a gap.
+    setText(designedBy + (designedBy.endsWith(u'\uFF1A') ? QString() : QStringLiteral(" ")) +
+            maker());
     setToolTip(site().host());
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);

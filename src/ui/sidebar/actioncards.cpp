@@ -8,11 +8,11 @@
 #include "session/packviewmodel.h"
 #include "session/watchfoldermonitor.h"
 #include "ui/apptheme.h"
+#include "ui/buttonrowlayout.h"
 #include "ui/kitbuttons.h"
 #include "ui/kitwidgets.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -76,13 +76,9 @@ NamingCard::NamingCard(const UiContext &context, QWidget *parent)
     connect(m_editNames, &QAbstractButton::clicked, this, [&vm] { vm.setShowRenameStudio(true); });
     connect(m_convert, &QAbstractButton::clicked, this, [&vm] { vm.setShowConvertStudio(true); });
     connect(m_export, &QAbstractButton::clicked, this, [&vm] { vm.exportPack(); });
-    auto *studios = new QHBoxLayout;
-    studios->setSpacing(8);
-    for (KitButton *button : {m_editNames, m_convert}) {
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        button->setMinimumWidth(0);
+    auto *studios = new ButtonRowLayout;
+    for (KitButton *button : {m_editNames, m_convert})
         studios->addWidget(button);
-    }
     body()->addLayout(studios);
     m_export->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     body()->addWidget(m_export);
@@ -129,13 +125,9 @@ WatchCard::WatchCard(const UiContext &context, QWidget *parent)
     m_stop->setObjectName(QStringLiteral("watch.stop"));
     connect(pick, &QAbstractButton::clicked, this, [&vm] { vm.pickWatchFolder(); });
     connect(m_stop, &QAbstractButton::clicked, this, [&vm] { vm.stopWatching(); });
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(8);
-    for (KitButton *button : {pick, m_stop}) {
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-        button->setMinimumWidth(0);
+    auto *buttons = new ButtonRowLayout;
+    for (KitButton *button : {pick, m_stop})
         buttons->addWidget(button);
-    }
     body()->addLayout(buttons);
     refresh();
 }

@@ -4,6 +4,7 @@
 #include "ui/symbols.h"
 
 #include <QPainter>
+#include <QtMath>
 
 namespace {
 constexpr int kRowPadding = 10;
@@ -67,9 +68,11 @@ int SelectChip::textLeft() const
 QSize SelectChip::sizeHint() const
 {
     const QFontMetrics fm(font());
+    // The advance rounded up: a chip given its hint never elides its label by a fraction.
+    const int textWidth = qCeil(QFontMetricsF(font()).horizontalAdvance(text()));
     if (m_look == Look::chip)
-        return {fm.horizontalAdvance(text()) + 24, std::max(30, fm.height() + 14)};
-    const int width = textLeft() + fm.horizontalAdvance(text()) + kRowPadding;
+        return {textWidth + 24, std::max(30, fm.height() + 14)};
+    const int width = textLeft() + textWidth + kRowPadding;
     return {width, heightForWidth(std::max(width, 200))};
 }
 
