@@ -31,8 +31,9 @@ const char *const kCheckOptions =
     "  --prefix TEXT          Show prefix for Arena names (01_TEXT_intro).\n"
     "  --no-zero-pad          Number cues 1, 2… instead of 01, 02….\n"
     "  --lang en|ru|zh-Hans|ja|de|es   Language of messages and headings.\n"
-    "  --project FILE         Load a saved project instead of paths.\n"
-    "  --save-project FILE    Save the pack as a project file.\n";
+    "  --project FILE         Load a saved project instead of paths; options given here win\n"
+    "                         over its settings.\n"
+    "  --save-project FILE    Save the pack as a project file once the verb is done.\n";
 
 } // namespace
 
@@ -40,12 +41,13 @@ QString cliUsage(const QString &verb)
 {
     QString text;
     if (verb == u"check") {
-        text = QStringLiteral("Usage: cuebox check [options] PATH...\n\n"
-                              "Checks every video and still below PATH and prints one row per "
-                              "clip,\nthe pre-show checklist and the pack report.\n"
-                              "Exit status: 0 no red clip, 1 at least one red clip, 2 usage "
-                              "error.\n\nOptions:\n  --json                 Print one JSON "
-                              "document instead.\n") +
+        text = QStringLiteral(
+                   "Usage: cuebox check [options] PATH...\n\n"
+                   "Checks every video and still below PATH and prints one row per "
+                   "clip,\nthe pre-show checklist and the pack report.\n"
+                   "Exit status: 0 no red clip, 1 at least one red clip or no "
+                   "media, 2 usage error.\n\nOptions:\n  --json                 Print one JSON "
+                   "document instead.\n") +
                QLatin1String(kCheckOptions);
     } else if (verb == u"export") {
         text = QStringLiteral("Usage: cuebox export [options] PATH... --to DIR\n\n"

@@ -15,20 +15,22 @@ struct CliArguments {
     Verb verb = Verb::help;
     QString helpFor; // the verb whose help was asked for
     QStringList paths;
-    ScreenProfile profile = ScreenProfile::landscape169;
-    bool audioWarning = true;
-    bool hevcWarning = true;
+    // Settings a project file also carries are empty unless given, so that a given option wins
+    // over the project's value and an absent one leaves it.
+    std::optional<ScreenProfile> profile;
+    std::optional<bool> audioWarning;
+    std::optional<bool> hevcWarning;
     std::optional<QString> prefix;
-    bool zeroPad = true;
+    std::optional<bool> zeroPad;
     AppLanguage language = AppLanguage::english;
     std::optional<QString> project;
     std::optional<QString> saveProject;
     bool json = false;
     std::optional<QString> to;
-    QString format = QStringLiteral("proRes422");
+    std::optional<QString> format;
     bool onlyProblems = false;
-    bool keepAudio = false;
-    bool even = true;
+    std::optional<bool> keepAudio;
+    std::optional<bool> even;
     bool backup = true;
     bool verifyCopies = true; // --no-verify: copies are not read back
 };

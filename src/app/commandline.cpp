@@ -14,6 +14,7 @@
 #include <QCoroTask>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -163,9 +164,18 @@ QString privateStoreTemplate()
     return base + QStringLiteral("/cuebox-cli-XXXXXX");
 }
 
+// A verb that ends on one of these statuses did not do its work: "No media files found",
+// "Add clips first" or an error's own text.
+bool endsInFailure(const PackStatus &status)
+{
+    const PackStatus::Kind kind = status.kind();
+    return status.isFailure() || kind == PackStatus::Kind::empty ||
+           kind == PackStatus::Kind::addFirst;
+}
+
 int failIfError(const PackViewModel &session, const L10n &strings)
 {
-    if (!session.status().isFailure())
+    if (!endsInFailure(session.status()))
         return 0;
     QTextStream(stderr) << "cuebox: " << session.status().text(strings) << "\n";
     return 1;
@@ -212,6 +222,52 @@ int runVerify(PackViewModel &session, const QString &folder, const L10n &strings
     return report->passed() ? 0 : 1;
 }
 
+// The command line's options, applied over the session's defaults and again over a project's
+// settings: what is given here wins.
+void applyOptions(const CliArguments &args, PackViewModel &session)
+{
+    if (args.audioWarning)
+        session.setWarnOnEmbeddedAudio(*args.audioWarning);
+    if (args.hevcWarning)
+        session.setWarnOnHEVC(*args.hevcWarning);
+    if (args.profile)
+        session.setScreenProfile(*args.profile);
+    if (args.zeroPad)
+        session.setZeroPad(*args.zeroPad);
+    if (args.prefix)
+        session.setShowPrefix(*args.prefix);
+    if (args.format) {
+        if (const auto format = arenaConvertFormatFromRaw(*args.format))
+            session.setConvertFormat(*format);
+    }
+    if (args.keepAudio)
+        session.setStripAudioOnConvert(!*args.keepAudio);
+    if (args.even)
+        session.setForceEvenDimensions(*args.even);
+}
+
+// Options given with --project win over the project's values: applied again once it is
+// loaded, the clips judged again under given risk options and renamed under a given prefix.
+void applyProjectOverrides(const CliArguments &args, PackViewModel &session)
+{
+    applyOptions(args, session);
+    if (args.profile) { // setScreenProfile has started a re-inspection; wait for its end
+        QEventLoop loop;
+        QObject::connect(&session, &PackViewModel::isScanningChanged, &loop, [&] {
+            if (!session.isScanning())
+                loop.quit();
+        });
+        if (session.isScanning())
+            loop.exec();
+    } else if (args.audioWarning || args.hevcWarning) {
+        QCoro::waitFor(session.reinspectAll());
+    }
+    if (args.prefix || args.zeroPad)
+        session.renameAll();
+}
+
+int runAction(const CliArguments &args, PackViewModel &session, const L10n &strings);
+
 int runVerb(const CliArguments &args)
 {
     // The command line keeps its own preferences: a --lang or --no-backup here never changes
@@ -236,16 +292,7 @@ int runVerb(const CliArguments &args)
     services.preferences = &preferences;
     services.requestThumbnail = [](const MediaClip &) {};
     PackViewModel session(services);
-    session.setWarnOnEmbeddedAudio(args.audioWarning);
-    session.setWarnOnHEVC(args.hevcWarning);
-    session.setScreenProfile(args.profile);
-    session.setZeroPad(args.zeroPad);
-    if (args.prefix)
-        session.setShowPrefix(*args.prefix);
-    if (const auto format = arenaConvertFormatFromRaw(args.format))
-        session.setConvertFormat(*format);
-    session.setStripAudioOnConvert(!args.keepAudio);
-    session.setForceEvenDimensions(args.even);
+    applyOptions(args, session);
 
     for (const QString &path : args.paths) {
         if (!QFileInfo::exists(path))
@@ -263,9 +310,11 @@ int runVerb(const CliArguments &args)
     }
     {
         ProgressPrinter progress(session, strings);
-        if (args.project)
+        if (args.project) {
             QCoro::waitFor(session.loadProject(*args.project));
-        else {
+            if (!endsInFailure(session.status()))
+                applyProjectOverrides(args, session);
+        } else {
             QList<QUrl> urls;
             for (const QString &path : args.paths)
                 urls.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
@@ -274,12 +323,19 @@ int runVerb(const CliArguments &args)
     }
     if (const int failed = failIfError(session, strings))
         return failed;
-    if (args.saveProject) {
+    const int code = runAction(args, session, strings);
+    // Saved after the verb, so that a converted or stripped pack reopens with its new files;
+    // a verb that failed or was interrupted saves nothing.
+    if (args.saveProject && code != 130 && !endsInFailure(session.status())) {
         session.saveProject();
         if (const int failed = failIfError(session, strings))
             return failed;
     }
+    return code;
+}
 
+int runAction(const CliArguments &args, PackViewModel &session, const L10n &strings)
+{
     QTextStream out(stdout);
     const auto watch = watchInterrupts(session);
     switch (args.verb) {
@@ -306,7 +362,8 @@ int runVerb(const CliArguments &args)
             return 130;
         if (const int failed = failIfError(session, strings))
             return failed;
-        out << session.lastExportURL()->toLocalFile() << "\n";
+        if (session.lastExportURL())
+            out << session.lastExportURL()->toLocalFile() << "\n";
         return 0;
     }
     case Verb::convert: {
@@ -341,7 +398,8 @@ int runVerb(const CliArguments &args)
             }
             if (const int failed = failIfError(session, strings))
                 return failed;
-            out << session.lastExportURL()->toLocalFile() << "\n";
+            if (session.lastExportURL())
+                out << session.lastExportURL()->toLocalFile() << "\n";
         }
         return 0;
     }

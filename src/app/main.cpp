@@ -5,7 +5,17 @@
 #include <QApplication>
 #include <QCoreApplication>
 
+#include <clocale>
+
 namespace {
+
+// Qt takes the whole C locale from the environment; under a comma locale printf, strtod and
+// libav's option parsing would then read and write "1,5". Numbers stay in the C form; texts
+// keep the user's character set.
+void keepNumbersInTheCLocale()
+{
+    std::setlocale(LC_NUMERIC, "C");
+}
 
 void nameApplication()
 {
@@ -26,10 +36,12 @@ int main(int argc, char *argv[])
     // opens the window.
     if (CommandLine::wants(args)) {
         QCoreApplication app(argc, argv);
+        keepNumbersInTheCLocale();
         nameApplication();
         return CommandLine::run(args);
     }
     QApplication app(argc, argv);
+    keepNumbersInTheCLocale();
     nameApplication();
     CueboxApp::applyLook();
     CueboxApp cuebox;

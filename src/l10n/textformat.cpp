@@ -1,7 +1,7 @@
 #include "textformat.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
@@ -34,13 +34,15 @@ QString asText(const FormatArg &arg)
 
 QString fixed(double value, int decimals)
 {
-    // snprintf rounds the binary value exactly as C's printf does ("%.0f" of 187.6 is 188),
-    // and with the "C" numeric locale the separator is always a dot.
-    char buffer[64];
-    const int n = std::snprintf(buffer, sizeof buffer, "%.*f", decimals, value);
-    if (n < 0 || n >= static_cast<int>(sizeof buffer))
+    // Rounds the binary value exactly as C's printf does ("%.0f" of 2.5 is 2, of 187.6 is 188),
+    // but always with a dot: printf takes the separator from LC_NUMERIC, which Qt sets from the
+    // environment, so a German desktop would read "Unusual aspect 1,33".
+    char buffer[400]; // the longest fixed form of a double with a few decimals fits
+    const auto [end, error] =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
+    if (error != std::errc())
         return QString::number(value, 'f', decimals);
-    return QString::fromLatin1(buffer, n);
+    return QString::fromLatin1(buffer, end - buffer);
 }
 
 // Calls onText for literal runs and onPlaceholder for each placeholder, in order.

@@ -60,14 +60,11 @@ Error fileError(const QString &message, int code, const QString &path)
 
 QString description(const Error &error)
 {
-    switch (error.kind) {
-    case Error::Kind::Invalid:
-        return kEmptyText;
-    case Error::Kind::Cancelled:
+    // A stopped copy says so in the export's own words. The empty pack's error carries its
+    // fixed text as its message, so no kind is mapped to it: an invalid value of another kind
+    // (a manifest that cannot be encoded) keeps its own description.
+    if (error.kind == Error::Kind::Cancelled)
         return kCancelledText;
-    default:
-        break;
-    }
     if (error.path.isEmpty())
         return error.message;
     return error.message + QStringLiteral(": ") + error.path;

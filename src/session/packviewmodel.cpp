@@ -196,11 +196,8 @@ void PackViewModel::clear()
 
 void PackViewModel::remove(QUuid id)
 {
-    QList<MediaClip> clips = m_clips;
-    clips.removeIf([&](const MediaClip &c) { return c.id == id; });
-    if (clips.size() == m_clips.size())
-        return;
-    m_clips = std::move(clips);
+    // An unknown id removes nothing, but the pack is still renumbered and says so.
+    m_clips.removeIf([&](const MediaClip &c) { return c.id == id; });
     if (m_selectedClipID == id)
         setSelectedClipID(m_clips.isEmpty() ? std::nullopt : std::optional(m_clips.front().id));
     renameAll();

@@ -1,8 +1,10 @@
 // The built cuebox binary, run as a technician would over SSH: no display at all.
+#include "support/commalocale.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -23,10 +25,12 @@ struct Outcome {
     QString err;
 };
 
-Outcome cuebox(const QStringList &args)
+Outcome cuebox(const QStringList &args, const QStringList &settings = {})
 {
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const QString &setting : settings)
+        env.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
     env.remove("DISPLAY");
     env.remove("WAYLAND_DISPLAY");
     env.remove("QT_QPA_PLATFORM");
@@ -191,4 +195,74 @@ TEST(CommandLine, InterruptCancelsCleanlyWithStatus130)
                     .entryList(QDir::Files | QDir::Hidden | QDir::System)
                     .isEmpty());
     EXPECT_TRUE(QFile::exists(source));
+}
+
+TEST(CommandLine, VerbsEndingInAnErrorStatusPrintItAndFail)
+{
+    QTemporaryDir dir;
+    QDir().mkpath(dir.filePath("empty"));
+    QFile(dir.filePath("empty/notes.txt")).open(QIODevice::WriteOnly);
+    const QString empty = dir.filePath("empty");
+    for (const QStringList &args : {QStringList{"export", empty, "--to", dir.path()},
+                                    QStringList{"strip-audio", empty, "--to", dir.path()},
+                                    QStringList{"convert", empty, "--to", dir.path()},
+                                    QStringList{"check", "--json", empty}}) {
+        SCOPED_TRACE(args.join(u' ').toStdString());
+        const Outcome run = cuebox(args);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.out, "");
+        EXPECT_TRUE(run.err.endsWith("cuebox: No media files found\n")) << run.err.toStdString();
+    }
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList{"empty"});
+}
+
+TEST(CommandLine, OptionsWinOverTheProjectWhichIsSavedAfterTheVerb)
+{
+    QTemporaryDir dir;
+    const QString project = dir.filePath("show.cuebox.json");
+    ASSERT_EQ(
+        cuebox({"check", kShow + "/sub", "--prefix", "Gig", "--save-project", project}).exitCode,
+        0);
+    const Outcome renamed = cuebox({"check", "--json", "--project", project, "--prefix", "Late"});
+    const QJsonObject clip =
+        QJsonDocument::fromJson(renamed.out.toUtf8()).object()["clips"].toArray()[0].toObject();
+    EXPECT_EQ(clip["arenaName"].toString(), "01_late_band_intro");
+
+    const QString converted = dir.filePath("converted.cuebox.json");
+    const Outcome run = cuebox({"convert", "--project", project, "--format", "h264", "--no-backup",
+                                "--to", dir.path(), "--save-project", converted});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString movie = run.out.trimmed() + "/01_gig_band_intro.mov";
+    QFile saved(converted);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_EQ(QJsonDocument::fromJson(saved.readAll())["clips"][0]["path"].toString(), movie);
+    const Outcome probe = cuebox({"check", "--json", movie});
+    EXPECT_EQ(QJsonDocument::fromJson(probe.out.toUtf8())["clips"][0]["videoCodec"].toString(),
+              "avc1");
+}
+
+TEST(CommandLine, NumbersKeepTheDotUnderACommaLocale)
+{
+    QTemporaryDir dir;
+    const QString locale = makeCommaLocale(dir.path());
+    if (locale.isEmpty())
+        GTEST_SKIP() << "no de_DE locale could be made (localedef, package locales)";
+    const QString still = dir.filePath("slate.png");
+    ASSERT_EQ(QProcess::execute("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", "color=size=640x480",
+                                           "-frames:v", "1", still}),
+              0);
+    const QStringList german{"LANG=" + locale, "LC_ALL=" + locale, "LOCPATH=" + dir.path()};
+    const Outcome text = cuebox({"check", kShow + "/Opening.mov", still}, german);
+    EXPECT_TRUE(text.out.contains("Unusual aspect 1.33.")) << text.out.toStdString();
+    EXPECT_TRUE(text.out.contains(" 25.00 ")) << text.out.toStdString(); // frame rate
+    const Outcome json = cuebox({"check", "--json", still}, german);
+    QString message;
+    for (const QJsonValue &issue :
+         QJsonDocument::fromJson(json.out.toUtf8())["clips"][0]["issues"].toArray()) {
+        if (issue["kind"] == "aspect")
+            message = issue["message"].toString();
+    }
+    EXPECT_TRUE(json.out.contains("\"doubleValue\" : 1.3333333333333333"))
+        << json.out.toStdString();
+    EXPECT_TRUE(message.startsWith("Unusual aspect 1.33.")) << message.toStdString();
 }

@@ -22,7 +22,7 @@ protected:
 
 } // namespace
 
-TEST_F(Preferences, LanguageStartsEnglishAndPersists)
+TEST_F(Preferences, LanguageStartsEnglishPersistsAndReplacesAnUnknownStoredOne)
 {
     {
         auto settings = store();
@@ -35,13 +35,7 @@ TEST_F(Preferences, LanguageStartsEnglishAndPersists)
     }
     auto settings = store();
     EXPECT_EQ(settings->value("app.language").toString(), "ja");
-    LocalizationManager restarted(*settings);
-    EXPECT_EQ(restarted.language(), AppLanguage::japanese);
-}
-
-TEST_F(Preferences, UnknownStoredLanguageFallsBackAndIsReplaced)
-{
-    auto settings = store();
+    EXPECT_EQ(LocalizationManager(*settings).language(), AppLanguage::japanese);
     settings->setValue("app.language", "fr");
     LocalizationManager manager(*settings);
     EXPECT_EQ(manager.language(), AppLanguage::english);
@@ -68,32 +62,29 @@ TEST_F(Preferences, DismissedHintsAreStoredOnceAndSurviveRestart)
         manager.dismissHint("hint.naming");
     }
     auto settings = store();
-    LocalizationManager manager(*settings);
-    EXPECT_EQ(manager.dismissedHints(), (QSet<QString>{"hint.health", "hint.naming"}));
+    EXPECT_EQ(LocalizationManager(*settings).dismissedHints(),
+              (QSet<QString>{"hint.health", "hint.naming"}));
 }
 
-TEST_F(Preferences, DefaultsOfAFreshInstallation)
-{
-    auto settings = store();
-    AppPreferences prefs(*settings);
-    EXPECT_FALSE(prefs.compactMode());
-    EXPECT_TRUE(prefs.autoBackupBeforeConvert());
-    EXPECT_TRUE(prefs.exportFolderHistory().isEmpty());
-    EXPECT_FALSE(prefs.lastExportFolderURL());
-}
-
-TEST_F(Preferences, SwitchesWriteThroughAtOnce)
+TEST_F(Preferences, DefaultsOfAFreshInstallationAndSwitchesWriteThroughAtOnce)
 {
     {
         auto settings = store();
         AppPreferences prefs(*settings);
+        EXPECT_FALSE(prefs.compactMode());
+        EXPECT_TRUE(prefs.autoBackupBeforeConvert());
+        EXPECT_TRUE(prefs.exportFolderHistory().isEmpty());
+        EXPECT_FALSE(prefs.lastExportFolderURL());
         prefs.setCompactMode(true);
         prefs.setAutoBackupBeforeConvert(false);
+        prefs.rememberExportFolder(m_dir.path()); // a single entry survives the store too
     }
     auto settings = store();
     AppPreferences prefs(*settings);
     EXPECT_TRUE(prefs.compactMode());
     EXPECT_FALSE(prefs.autoBackupBeforeConvert());
+    EXPECT_EQ(prefs.exportFolderHistory(), QStringList{m_dir.path()});
+    EXPECT_EQ(prefs.lastExportFolderURL(), m_dir.path());
 }
 
 TEST_F(Preferences, ExportHistoryIsMostRecentFirstUniqueAndCapped)
@@ -106,28 +97,12 @@ TEST_F(Preferences, ExportHistoryIsMostRecentFirstUniqueAndCapped)
     EXPECT_EQ(prefs.exportFolderHistory(), (QStringList{"/A", "/B"}));
     prefs.rememberExportFolder("/a"); // letter case counts
     EXPECT_EQ(prefs.exportFolderHistory().size(), 3);
-
     for (int i = 1; i <= 9; ++i)
         prefs.rememberExportFolder(QStringLiteral("/f%1").arg(i));
     EXPECT_EQ(prefs.exportFolderHistory(),
               (QStringList{"/f9", "/f8", "/f7", "/f6", "/f5", "/f4", "/f3", "/f2"}));
-
     auto reread = store();
-    AppPreferences again(*reread);
-    EXPECT_EQ(again.exportFolderHistory(), prefs.exportFolderHistory());
-}
-
-TEST_F(Preferences, SingleEntryHistorySurvivesTheStore)
-{
-    {
-        auto settings = store();
-        AppPreferences prefs(*settings);
-        prefs.rememberExportFolder(m_dir.path());
-    }
-    auto settings = store();
-    AppPreferences prefs(*settings);
-    EXPECT_EQ(prefs.exportFolderHistory(), QStringList{m_dir.path()});
-    EXPECT_EQ(prefs.lastExportFolderURL(), m_dir.path());
+    EXPECT_EQ(AppPreferences(*reread).exportFolderHistory(), prefs.exportFolderHistory());
 }
 
 TEST_F(Preferences, LastExportFolderIsNoneWhenTheNewestVanished)

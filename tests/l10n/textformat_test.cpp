@@ -1,4 +1,10 @@
 #include "l10n/textformat.h"
+#include "support/commalocale.h"
+
+#include <QTemporaryDir>
+
+#include <clocale>
+#include <cstdio>
 
 #include <gtest/gtest.h>
 
@@ -31,4 +37,24 @@ TEST(TextFormat, PlaceholdersOf)
     EXPECT_EQ(placeholdersOf("Loaded %d clips (%d missing)"), (QStringList{"%d", "%d"}));
     EXPECT_EQ(placeholdersOf("%@ at %.2f and %.0f, 100%%"), (QStringList{"%@", "%.2f", "%.0f"}));
     EXPECT_TRUE(placeholdersOf("none").isEmpty());
+}
+
+TEST(TextFormat, DecimalsKeepTheDotUnderACommaLocale)
+{
+    QTemporaryDir dir;
+    const QString name = makeCommaLocale(dir.path());
+    const QByteArray oldPath = qgetenv("LOCPATH");
+    qputenv("LOCPATH", dir.path().toLocal8Bit());
+    const std::string old = std::setlocale(LC_ALL, nullptr);
+    if (name.isEmpty() || !std::setlocale(LC_ALL, name.toLatin1().constData()))
+        GTEST_SKIP() << "no de_DE locale could be made (localedef, package locales)";
+    char printed[16];
+    std::snprintf(printed, sizeof printed, "%.2f", 1.5);
+    const QString aspect = fillTemplate("Unusual aspect %.2f.", {1.3333});
+    const QString rounded = fillTemplate("%.0f", {2.5});
+    std::setlocale(LC_ALL, old.c_str());
+    qputenv("LOCPATH", oldPath);
+    EXPECT_STREQ(printed, "1,50"); // the locale is really in force
+    EXPECT_EQ(aspect, "Unusual aspect 1.33.");
+    EXPECT_EQ(rounded, "2");
 }

@@ -95,30 +95,15 @@ TEST(MediaClip, ForFileStartsUninspectedWithBaseName)
     EXPECT_EQ(MediaClip::imageExtensions().size(), 9);
 }
 
-TEST(MediaClip, EqualityCoversEveryFieldAndFindingIds)
+TEST(MediaClip, EqualClipsHashEqually)
 {
+    // Equality is the compiler's memberwise one; the hash is written by hand and must agree.
     MediaClip a = inspected({ClipHealth::warn});
     a.duration = 12.5;
-    MediaClip b = a;
+    a.contentFingerprint = "ab";
+    const MediaClip b = a;
     EXPECT_EQ(a, b);
     EXPECT_EQ(qHash(a), qHash(b));
-
-    const std::function<void(MediaClip &)> changes[] = {
-        [](MediaClip &c) { c.cueIndex = 3; },
-        [](MediaClip &c) { c.duration.reset(); },
-        [](MediaClip &c) { c.duration = 12.50001; },
-        [](MediaClip &c) { c.width = 0; },
-        [](MediaClip &c) { c.videoCodec = "avc1"; },
-        [](MediaClip &c) { c.hasAudio = true; },
-        [](MediaClip &c) { c.isDuplicate = true; },
-        [](MediaClip &c) { c.contentFingerprint = "ab"; },
-        [](MediaClip &c) { c.issues.front().id = QUuid::createUuid(); },
-        [](MediaClip &c) { c.issues.append(ClipIssue::make(ClipHealth::warn, IssueKind::audio)); },
-        [](MediaClip &c) { c.sourceURL = QUrl::fromLocalFile("/other.mov"); },
-    };
-    for (size_t i = 0; i < std::size(changes); ++i) {
-        MediaClip changed = a;
-        changes[i](changed);
-        EXPECT_NE(a, changed) << "change " << i;
-    }
+    a.issues.front().id = QUuid::createUuid();
+    EXPECT_NE(qHash(a), qHash(b)); // finding ids take part
 }

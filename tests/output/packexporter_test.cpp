@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <unistd.h>
 
 namespace {
@@ -114,11 +116,18 @@ TEST_F(Export, WritesThePackAndLeavesSourcesAlone)
 
 TEST_F(Export, FailuresStopAndKeepWhatWasThere)
 {
-    EXPECT_EQ(PackExporter::exportPack({}, m_target.path(), {}, kNow, {}, {}, {}).error().kind,
-              Error::Kind::Invalid);
-    EXPECT_EQ(PackExporter::description(Error{Error::Kind::Invalid, {}, {}, 0}),
+    const Result<QString> empty =
+        PackExporter::exportPack({}, m_target.path(), {}, kNow, {}, {}, {});
+    EXPECT_EQ(PackExporter::description(empty.error()),
               QString::fromUtf8("Нет клипов для экспорта"));
     EXPECT_TRUE(QDir(m_target.path()).isEmpty());
+    MediaClip endless = clip("n.mov", "n", "01_n", 1);
+    endless.duration = std::numeric_limits<double>::infinity(); // no manifest can encode it
+    const Result<QString> unencodable =
+        PackExporter::exportPack({endless}, m_target.filePath("inf"), {}, kNow, {}, {}, {});
+    ASSERT_FALSE(unencodable.has_value());
+    EXPECT_EQ(PackExporter::description(unencodable.error()),
+              "A number cannot be written as JSON (not finite)");
 
     const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a", 1), clip("b.mov", "bbbb", "02_b", 2)};
     int calls = 0;

@@ -40,6 +40,8 @@ TEST_F(Edits, MovesRenumberAndEdgesChangeNothing)
 
 TEST_F(Edits, RemovingTheSelectedClipSelectsTheFirst)
 {
+    vm().remove(QUuid::createUuid()); // an unknown id removes nothing but still renames
+    EXPECT_EQ(vm().status(), PackStatus::renamed());
     vm().setSelectedClipID(id(1));
     vm().remove(id(1));
     EXPECT_EQ(arenaNames(), (QStringList{"01_a", "02_c"}));

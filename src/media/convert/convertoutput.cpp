@@ -38,6 +38,10 @@ std::optional<MediaConverterError> ConvertOutput::create(const QString &path,
 {
     m_settings = &settings;
     m_path = path;
+    // An FFmpeg built without this format's encoder (Debian's without libx264, say) cannot
+    // start the conversion at all.
+    if (!avcodec_find_encoder_by_name(settings.videoEncoder))
+        return MediaConverterError::exportFailed(QStringLiteral("Export session unavailable"));
     AVFormatContext *format = nullptr;
     const int made = avformat_alloc_output_context2(&format, nullptr, "mov",
                                                     QFile::encodeName(path).constData());
@@ -55,7 +59,7 @@ std::optional<MediaConverterError> ConvertOutput::openVideo(AVFormatContext *sou
 {
     const AVCodec *codec = avcodec_find_encoder_by_name(m_settings->videoEncoder);
     if (!codec)
-        return failure(AVERROR_ENCODER_NOT_FOUND);
+        return MediaConverterError::exportFailed(QStringLiteral("Export session unavailable"));
     m_videoEncoder.reset(avcodec_alloc_context3(codec));
     if (!m_videoEncoder)
         return failure(AVERROR(ENOMEM));

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Makes the sources the converter tests read, with the ffmpeg CLI, heif-enc and the rotation
-# tool built next to the tests, into the folder given first. Nothing binary lives in git. Every
+# Makes the sources the converter tests read, with the ffmpeg CLI, heif-enc and the media
+# fixtures' byte-level tool, into the folder given first. Nothing binary lives in git. Every
 # file is checked with ffprobe before a test may trust it. A stamp carrying this script's
 # checksum skips the work when the folder is already complete.
 set -euo pipefail
 
-out="${1:?usage: make_convert_fixtures.sh <output folder> <rotation tool>}"
-rotate="${2:?usage: make_convert_fixtures.sh <output folder> <rotation tool>}"
+out="${1:?usage: make_convert_fixtures.sh <output folder>}"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+tools="$here/../fixtures/fixturetools.py"
 # shellcheck source=../../support/fixturelib.sh
 source "$here/../../support/fixturelib.sh"
-fixture_begin "$out" "$here/make_convert_fixtures.sh" "$here/rotatefixture.cpp"
+fixture_begin "$out" "$here/make_convert_fixtures.sh" "$tools"
 
 # testsrc keeps odd sizes exactly (testsrc2 would round them).
 pattern() { echo "testsrc=size=$1:rate=${2:-25}:duration=${3:-2}"; }
@@ -38,7 +38,7 @@ ff -f lavfi -i "$(pattern 320x180 25 1)" -c:v png -pix_fmt rgb24 rgb.mov
 ff -f lavfi -i "$(pattern 320x180 25 1)" -c:v prores_ks -profile:v hq -pix_fmt yuv422p10le \
     prores10.mov
 # A phone held upright: landscape pixels and a display matrix turning them by 90°.
-"$rotate" av.mov rotated.mov 90
+python3 "$tools" rotate-mov av.mov rotated.mov
 # Long enough to cancel in the middle of it.
 ff -f lavfi -i "$(pattern 1280x720 25 8)" -f lavfi -i "$(tone 440 8)" "${x264[@]}" -c:a aac long.mov
 
