@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
 # Makes the sources of the transparency and HAP tests with the ffmpeg CLI, heif-enc and the
-# rotation tool, into the folder given first. Every file is checked with ffprobe before a test
+# media fixtures' byte-level tool, into the folder given first. Every file is checked with ffprobe before a test
 # may trust it; a stamp of this script's checksum skips the work when the folder is complete.
 set -euo pipefail
 
-out="${1:?usage: make_gpu_fixtures.sh <output folder> <rotation tool>}"
-rotate="${2:?usage: make_gpu_fixtures.sh <output folder> <rotation tool>}"
+out="${1:?usage: make_gpu_fixtures.sh <output folder>}"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+tools="$here/../fixtures/fixturetools.py"
 # shellcheck source=../../support/fixturelib.sh
 source "$here/../../support/fixturelib.sh"
-fixture_begin "$out" "$here/make_gpu_fixtures.sh" "$here/rotatefixture.cpp"
+fixture_begin "$out" "$here/make_gpu_fixtures.sh" "$tools"
 
 # One second at 25 fps, 128×72: the left half transparent, the right half opaque. The mask's
 # edge sits on a 4-pixel block boundary so that DXT textures keep it sharp.
@@ -37,7 +37,7 @@ ff -f lavfi -i "$picture" -c:v prores_ks -profile:v 4444 -pix_fmt yuv444p10le op
 ff -f lavfi -i "testsrc=size=326x182:rate=25:duration=1" \
     -f lavfi -i "sine=frequency=440:sample_rate=48000:duration=1" \
     "${x264[@]}" -c:a aac -ac 2 flat_326x182.mov
-"$rotate" flat_326x182.mov turned_326x182.mov 90
+python3 "$tools" rotate-mov flat_326x182.mov turned_326x182.mov
 rm flat_326x182.mov
 # Smaller than one texture block after cropping.
 ff -f lavfi -i "testsrc=size=3x3:rate=25:duration=1" -c:v png -pix_fmt rgb24 tiny_3x3.mov
