@@ -14,9 +14,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cerrno>
-
-#include <unistd.h>
 #include <future>
 #include <mutex>
 
@@ -47,13 +44,6 @@ QString csvLine(const MediaClip &clip)
                        clip.videoCodec.value_or(QString()),
                        csvField(kinds.join(QStringLiteral("; ")))}
         .join(u',');
-}
-
-// "Could not write the file (No space left on device)": what failed and the system's reason.
-Error fileError(const QString &message, int code, const QString &path)
-{
-    return Error{Error::Kind::WriteFailed,
-                 message + QStringLiteral(" (") + FileSystem::errorText(code) + u')', path, 0};
 }
 
 } // namespace

@@ -19,10 +19,17 @@ constexpr qint64 kTextFiles = 1 << 20; // cues.csv, manifest.json, README.txt, c
 // scale them. ProRes: Apple's nominal rates at 1920×1080 and 29.97 fps (ProRes 422 147 Mbit/s,
 // 422 LT 102 Mbit/s); our fixed quantisers land below them on show graphics and above them
 // only on heavy grain. H.264 at CRF 17 has no nominal rate: 0.25 bit per pixel (15.5 Mbit/s
-// at 1080p30) is above what it writes for graphics and below extreme grain.
+// at 1080p30) is above what it writes for graphics and below extreme grain. HAP stores DXT
+// textures, 4 bits per pixel (HAP) or 8 (HAP Alpha, HAP Q), which snappy shrinks only a little on
+// real footage: the raw texture size is the estimate.
 double bitsPerPixel(ArenaConvertFormat format)
 {
     switch (format) {
+    case ArenaConvertFormat::hap:
+        return 4.0;
+    case ArenaConvertFormat::hapAlpha:
+    case ArenaConvertFormat::hapQ:
+        return 8.0;
     case ArenaConvertFormat::proRes422LT:
         return 102e6 / (1920.0 * 1080.0 * 29.97);
     case ArenaConvertFormat::h264:
