@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(ClipTable, ShowsOneRowPerClipWithElevenColumns)
+TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
 {
     addClips({QStringLiteral("b.mov"), QStringLiteral("a.mov"), QStringLiteral("c.png")});
     EXPECT_EQ(model().rowCount(), 3);
@@ -42,7 +42,20 @@ TEST_F(ClipTable, ShowsOneRowPerClipWithElevenColumns)
     EXPECT_EQ(model().index(2, 0).data(ClipTableModel::IsImageRole), true);
     EXPECT_EQ(model().index(0, ClipTableModel::HandleColumn).data(Qt::ToolTipRole).toString(),
               L10n()[u"table.drag.help"]);
+    // The ingest selected its first clip; the selection follows the session both ways.
+    EXPECT_EQ(table().currentIndex().row(), 0);
+    table().selectRow(2);
+    EXPECT_EQ(vm().selectedClipID(), vm().clips()[2].id);
+    vm().setSelectedClipID(vm().clips()[1].id);
+    EXPECT_EQ(table().currentIndex().row(), 1);
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 1);
+    // Compact mode drops the size column and shrinks rows.
     EXPECT_FALSE(table().isColumnHidden(ClipTableModel::SizeColumn));
+    const int tall = table().rowHeight(0);
+    m_preferences.setCompactMode(true);
+    EXPECT_TRUE(table().isColumnHidden(ClipTableModel::SizeColumn));
+    EXPECT_LT(table().rowHeight(0), tall);
+    EXPECT_EQ(table().clipDelegate()->thumbSide(), 36);
 }
 
 TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
@@ -96,18 +109,6 @@ TEST_F(ClipTable, DragReorderRenumbersEveryClip)
     EXPECT_EQ(model().index(0, ClipTableModel::NameColumn).data().toString(), u"01_d");
 }
 
-TEST_F(ClipTable, SelectionFollowsTheSessionBothWays)
-{
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("c.mov")});
-    // The ingest selected its first clip.
-    EXPECT_EQ(table().currentIndex().row(), 0);
-    table().selectRow(2);
-    EXPECT_EQ(vm().selectedClipID(), vm().clips()[2].id);
-    vm().setSelectedClipID(vm().clips()[1].id);
-    EXPECT_EQ(table().currentIndex().row(), 1);
-    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 1);
-}
-
 TEST_F(ClipTable, RowMenuOffersMovesDeleteAndAudioOnlyWithAudio)
 {
     VideoFacts loud = FakeProbe::defaultVideo();
@@ -134,16 +135,6 @@ TEST_F(ClipTable, RowMenuOffersMovesDeleteAndAudioOnlyWithAudio)
     menu->actions()[3]->trigger(); // Delete
     ASSERT_EQ(vm().clips().size(), 1);
     EXPECT_EQ(vm().clips()[0].originalName, u"b.mov");
-}
-
-TEST_F(ClipTable, CompactModeDropsTheSizeColumnAndShrinksRows)
-{
-    addClips({QStringLiteral("a.mov")});
-    const int tall = table().rowHeight(0);
-    m_preferences.setCompactMode(true);
-    EXPECT_TRUE(table().isColumnHidden(ClipTableModel::SizeColumn));
-    EXPECT_LT(table().rowHeight(0), tall);
-    EXPECT_EQ(table().clipDelegate()->thumbSide(), 36);
 }
 
 TEST_F(ClipTable, ThumbnailsLoadOnlyForPaintedRows)
