@@ -9,6 +9,7 @@
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "session/transparencyloss.h"
 
 #include <QCoroTask>
 #include <QDir>
@@ -256,6 +257,10 @@ int runVerb(const CliArguments &args)
     }
     case Verb::convert: {
         QDir().mkpath(*args.to);
+        // Said before the run, which goes ahead all the same.
+        if (const qint64 losing = clipsLosingTransparency(session.clips(), session.convertFormat(),
+                                                          args.onlyProblems))
+            QTextStream(stderr) << strings.format(u"convert.alphaLoss", {losing}) << "\n";
         {
             ProgressPrinter progress(session, strings);
             QCoro::waitFor(session.convertPack(args.onlyProblems));

@@ -465,10 +465,16 @@ TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
     EXPECT_TRUE(texts.contains(QString::fromUtf8(
         "DXV3 is Resolume’s GPU codec. Cuebox prepares ProRes/H.264; open the result in Resolume "
         "Alley to make DXV3.")));
-    ASSERT_EQ(studio->formatChips().size(), 3);
+    ASSERT_EQ(studio->formatChips().size(), 6);
     EXPECT_EQ(studio->formatChips()[0]->text(), "Apple ProRes 422 (.mov)");
     EXPECT_EQ(studio->formatChips()[1]->text(), "Apple ProRes 422 LT (.mov)");
     EXPECT_EQ(studio->formatChips()[2]->text(), "H.264 (.mov)");
+    EXPECT_EQ(studio->formatChips()[3]->text(), "HAP (.mov)");
+    EXPECT_EQ(studio->formatChips()[4]->text(), "HAP Alpha (.mov)");
+    EXPECT_EQ(studio->formatChips()[5]->text(), "HAP Q (.mov)");
+    EXPECT_EQ(studio->formatChips()[2]->help(), QString());
+    EXPECT_EQ(studio->formatChips()[4]->help(),
+              "Keeps transparency, decoded on the GPU. Sizes crop to multiples of 4.");
     EXPECT_FALSE(studio->formatChips()[0]->isSelected());
     EXPECT_FALSE(studio->formatChips()[1]->isSelected());
     EXPECT_TRUE(studio->formatChips()[2]->isSelected());
@@ -499,16 +505,19 @@ TEST_F(ConvertStudioSheet, FormatChipsSetTheSessionsFormatAndFollowIt)
         return out;
     };
     EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::proRes422);
-    EXPECT_EQ(selected(), (QList<bool>{true, false, false}));
+    EXPECT_EQ(selected(), (QList<bool>{true, false, false, false, false, false}));
     QTest::mouseClick(studio->formatChips()[1], Qt::LeftButton);
     EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::proRes422LT);
-    EXPECT_EQ(selected(), (QList<bool>{false, true, false}));
+    EXPECT_EQ(selected(), (QList<bool>{false, true, false, false, false, false}));
     QTest::mouseClick(studio->formatChips()[2], Qt::LeftButton);
     EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::h264);
-    EXPECT_EQ(selected(), (QList<bool>{false, false, true}));
+    EXPECT_EQ(selected(), (QList<bool>{false, false, true, false, false, false}));
+    QTest::mouseClick(studio->formatChips()[5], Qt::LeftButton);
+    EXPECT_EQ(vm().convertFormat(), ArenaConvertFormat::hapQ);
+    EXPECT_EQ(selected(), (QList<bool>{false, false, false, false, false, true}));
     // A change from elsewhere (a project file) shows at once.
     vm().setConvertFormat(ArenaConvertFormat::proRes422);
-    EXPECT_EQ(selected(), (QList<bool>{true, false, false}));
+    EXPECT_EQ(selected(), (QList<bool>{true, false, false, false, false, false}));
 }
 
 TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)
