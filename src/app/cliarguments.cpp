@@ -1,5 +1,7 @@
 #include "cliarguments.h"
 
+#include "media/convert/convertformat.h"
+
 namespace {
 
 using Verb = CliArguments::Verb;
@@ -62,7 +64,12 @@ QString cliUsage(const QString &verb)
                    "originals\ninto an ArenaBackup_ folder beside it. Ctrl-C cancels cleanly.\n\n"
                    "Options:\n"
                    "  --to DIR               Folder the ArenaReady_ folder is made in.\n"
-                   "  --format proRes422|proRes422LT|h264   Target format (proRes422).\n"
+                   "  --format FORMAT        Target format: proRes422 (the default),\n"
+                   "                         proRes422LT, h264, or the GPU codecs hap,\n"
+                   "                         hapAlpha, hapQ (sizes cropped to multiples of "
+                   "4).\n"
+                   "                         Clips with transparency keep it, except in "
+                   "h264.\n"
                    "  --only-problems        Convert only yellow and red clips.\n"
                    "  --keep-audio           Keep the first audio track.\n"
                    "  --no-even              Keep odd pixel sizes of stills.\n"
@@ -182,9 +189,9 @@ CliParse parseCli(const QStringList &args)
                 return {std::nullopt, QStringLiteral("--to needs a folder")};
             parsed.to = v;
         } else if (arg == u"--format" && parsed.verb == Verb::convert) {
-            if (!value(v) || (v != u"proRes422" && v != u"proRes422LT" && v != u"h264"))
-                return {std::nullopt, QStringLiteral("--format needs proRes422, proRes422LT or "
-                                                     "h264, not '%1'")
+            if (!value(v) || !arenaConvertFormatFromRaw(v))
+                return {std::nullopt, QStringLiteral("--format needs proRes422, proRes422LT, "
+                                                     "h264, hap, hapAlpha or hapQ, not '%1'")
                                           .arg(v)};
             parsed.format = v;
         } else if (arg == u"--only-problems" && parsed.verb == Verb::convert) {

@@ -38,6 +38,8 @@ QString row(const MediaClip &clip, int nameWidth, const L10n &strings, bool colo
 {
     const ClipHealth health = clip.health();
     QStringList findings;
+    if (clip.hasAlpha) // a property the operator wants to see, listed before the findings
+        findings.append(strings[u"clip.transparent"]);
     for (const ClipIssue &issue : clip.issues)
         findings.append(issue.localized(strings));
     return cell(QString::number(clip.cueIndex), 4) + cell(clip.arenaName, nameWidth) +
@@ -117,6 +119,7 @@ JsonValue clipJson(const MediaClip &clip, const L10n &strings)
     putOptional(object, QStringLiteral("videoCodec"), clip.videoCodec);
     putOptional(object, QStringLiteral("audioCodec"), clip.audioCodec);
     object.emplace(QStringLiteral("hasAudio"), clip.hasAudio);
+    object.emplace(QStringLiteral("hasAlpha"), clip.hasAlpha);
     object.emplace(QStringLiteral("isDuplicate"), clip.isDuplicate);
     putOptional(object, QStringLiteral("contentFingerprint"), clip.contentFingerprint);
     JsonValue::Array issues;

@@ -9,6 +9,7 @@
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "session/transparencyloss.h"
 #include "watchverb.h"
 
 #include <QCoroTask>
@@ -368,6 +369,10 @@ int runAction(const CliArguments &args, PackViewModel &session, const L10n &stri
     }
     case Verb::convert: {
         QDir().mkpath(*args.to);
+        // Said before the run, which goes ahead all the same.
+        if (const qint64 losing = clipsLosingTransparency(session.clips(), session.convertFormat(),
+                                                          args.onlyProblems))
+            QTextStream(stderr) << strings.format(u"convert.alphaLoss", {losing}) << "\n";
         {
             ProgressPrinter progress(session, strings);
             QCoro::waitFor(session.convertPack(args.onlyProblems));

@@ -404,9 +404,13 @@ TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
         chips.append(chip->text());
         selected.append(chip->isSelected());
     }
-    EXPECT_EQ(chips, (QStringList{"Apple ProRes 422 (.mov)", "Apple ProRes 422 LT (.mov)",
-                                  "H.264 (.mov)"}));
-    EXPECT_EQ(selected, (QList<bool>{false, false, true}));
+    EXPECT_EQ(chips,
+              (QStringList{"Apple ProRes 422 (.mov)", "Apple ProRes 422 LT (.mov)", "H.264 (.mov)",
+                           "HAP (.mov)", "HAP Alpha (.mov)", "HAP Q (.mov)"}));
+    EXPECT_EQ(selected, (QList<bool>{false, false, true, false, false, false}));
+    EXPECT_EQ(studio->formatChips()[2]->help(), QString());
+    EXPECT_EQ(studio->formatChips()[4]->help(),
+              "Keeps transparency, decoded on the GPU. Sizes crop to multiples of 4.");
     EXPECT_FALSE(studio->stripAudioRow()->toggle()->isChecked());
     EXPECT_TRUE(studio->evenDimensionsRow()->toggle()->isChecked());
     EXPECT_TRUE(studio->onlyProblemsRow()->toggle()->isChecked());
@@ -433,15 +437,20 @@ TEST_F(ConvertStudioSheet, FormatChipsSetTheSessionsFormatAndFollowIt)
             out.append(chip->isSelected());
         return out;
     };
-    EXPECT_EQ(selected(), (QList<bool>{true, false, false}));
-    for (int i : {1, 2, 0}) {
+    const auto only = [](int i) {
+        QList<bool> out(6, false);
+        out[i] = true;
+        return out;
+    };
+    EXPECT_EQ(selected(), only(0));
+    for (int i : {1, 2, 5, 3, 4, 0}) {
         QTest::mouseClick(studio->formatChips()[i], Qt::LeftButton);
         EXPECT_EQ(vm().convertFormat(), kAllConvertFormats[i]);
-        EXPECT_EQ(selected(), (QList<bool>{i == 0, i == 1, i == 2}));
+        EXPECT_EQ(selected(), only(i));
     }
     // A change from elsewhere (a project file) shows at once.
     vm().setConvertFormat(ArenaConvertFormat::h264);
-    EXPECT_EQ(selected(), (QList<bool>{false, false, true}));
+    EXPECT_EQ(selected(), only(2));
 }
 
 TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)

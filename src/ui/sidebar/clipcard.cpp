@@ -130,6 +130,10 @@ void ClipCard::buildDetails()
     tiles->setColumnStretch(0, 2);
     tiles->setColumnStretch(1, 3);
     m_content->addLayout(tiles);
+    // Transparency is wanted on stage, so it is a property of the clip, not a finding.
+    m_transparent = PanelParts::label(text(u"clip.transparent"), 12, 0.7, QFont::DemiBold);
+    m_transparent->setObjectName(QStringLiteral("selected.transparent"));
+    m_content->addWidget(m_transparent);
 
     m_findingLines.clear();
     m_findings = new QWidget;
@@ -157,6 +161,7 @@ void ClipCard::fillDetails(const MediaClip &clip, const std::optional<MediaClip>
     m_status->setValue(text(shortHealthKey(health)), AppTheme::healthColor(health));
     m_resolution->setValue(clip.resolutionLabel(), AppTheme::white(0.92));
     m_frameRate->setValue(ClipTableModel::frameRateLabel(clip.frameRate), AppTheme::white(0.92));
+    m_transparent->setVisible(clip.hasAlpha);
     m_removeAudio->setVisible(clip.hasAudio);
     m_removeAudio->setEnabled(!m_context.viewModel.isConverting());
 

@@ -154,6 +154,7 @@ private:
     QPointer<BentoMetric> m_status;
     QPointer<BentoMetric> m_resolution;
     QPointer<BentoMetric> m_frameRate;
+    QPointer<QLabel> m_transparent; // shown for clips with an alpha channel
     QPointer<QWidget> m_findings;
     // One line per finding (or the clean line), kept and refilled: new labels cost more than
     // a click can spend.

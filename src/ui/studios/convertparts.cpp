@@ -5,11 +5,20 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace {
 constexpr int kChipHeight = 44;
 constexpr qreal kChipRadius = 14;
 constexpr int kChipPadding = 14;
 constexpr int kCheckPx = 16;
+constexpr int kHelpPt = 11;
+constexpr int kHelpGap = 2;
+
+QFont helpFont()
+{
+    return AppTheme::font(kHelpPt);
+}
 } // namespace
 
 FormatChip::FormatChip(const QString &text, QWidget *parent) : QAbstractButton(parent)
@@ -19,6 +28,16 @@ FormatChip::FormatChip(const QString &text, QWidget *parent) : QAbstractButton(p
     setAttribute(Qt::WA_Hover);
     setFont(AppTheme::font(13, QFont::DemiBold, AppTheme::Face::rounded));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void FormatChip::setHelp(const QString &help)
+{
+    m_help = help;
+    QSizePolicy policy = sizePolicy();
+    policy.setHeightForWidth(!help.isEmpty());
+    setSizePolicy(policy);
+    updateGeometry();
+    update();
 }
 
 void FormatChip::setSelected(bool selected)
@@ -32,7 +51,24 @@ void FormatChip::setSelected(bool selected)
 QSize FormatChip::sizeHint() const
 {
     const QFontMetrics fm(font());
-    return {2 * kChipPadding + fm.horizontalAdvance(text()) + kCheckPx + 10, kChipHeight};
+    const int width = 2 * kChipPadding + fm.horizontalAdvance(text()) + kCheckPx + 10;
+    const int oneLine = m_help.isEmpty() ? 0 : QFontMetrics(helpFont()).height() + kHelpGap;
+    return {width, kChipHeight + oneLine};
+}
+
+int FormatChip::helpHeight(int labelWidth) const
+{
+    if (m_help.isEmpty())
+        return 0;
+    const QRect bounds =
+        QFontMetrics(helpFont())
+            .boundingRect(QRect(0, 0, std::max(labelWidth, 1), 10'000), Qt::TextWordWrap, m_help);
+    return bounds.height() + kHelpGap;
+}
+
+int FormatChip::heightForWidth(int width) const
+{
+    return kChipHeight + helpHeight(width - 2 * kChipPadding - kCheckPx - 10);
 }
 
 void FormatChip::enterEvent(QEnterEvent *event)
@@ -72,11 +108,21 @@ void FormatChip::paintEvent(QPaintEvent *)
         Symbols::paint(&p, QStringLiteral("checkmark.circle.fill"), AppTheme::accentGreen, check);
     const QRectF label(face.left() + kChipPadding, face.top(),
                        check.left() - 10 - face.left() - kChipPadding, face.height());
+    const QFontMetrics fm(font());
+    // Name and help sit together in the middle of the chip.
+    const int help = helpHeight(static_cast<int>(label.width()));
+    const qreal block = fm.height() + help;
+    const QRectF name(label.left(), face.center().y() - block / 2, label.width(), fm.height());
     p.setFont(font());
     p.setPen(AppTheme::white(m_selected ? 0.95 : 0.8));
-    p.drawText(
-        label, Qt::AlignLeft | Qt::AlignVCenter,
-        QFontMetrics(font()).elidedText(text(), Qt::ElideRight, static_cast<int>(label.width())));
+    p.drawText(name, Qt::AlignLeft | Qt::AlignVCenter,
+               fm.elidedText(text(), Qt::ElideRight, static_cast<int>(label.width())));
+    if (m_help.isEmpty())
+        return;
+    p.setFont(helpFont());
+    p.setPen(AppTheme::white(0.45));
+    p.drawText(QRectF(label.left(), name.bottom() + kHelpGap, label.width(), help - kHelpGap),
+               Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_help);
 }
 
 ConvertProgressBar::ConvertProgressBar(QWidget *parent) : QProgressBar(parent)

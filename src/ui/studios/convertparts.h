@@ -11,10 +11,16 @@ class FormatChip final : public QAbstractButton
     Q_OBJECT
 public:
     explicit FormatChip(const QString &text, QWidget *parent = nullptr);
+    // A short help under the name (the HAP cards say what each is for); it wraps in narrow
+    // sheets and long languages, and the chip grows to hold it.
+    void setHelp(const QString &help);
+    QString help() const { return m_help; }
     void setSelected(bool selected);
     bool isSelected() const { return m_selected; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return {120, sizeHint().height()}; }
+    bool hasHeightForWidth() const override { return !m_help.isEmpty(); }
+    int heightForWidth(int width) const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -22,6 +28,9 @@ protected:
     void leaveEvent(QEvent *event) override;
 
 private:
+    int helpHeight(int labelWidth) const;
+
+    QString m_help;
     bool m_selected = false;
     bool m_hover = false;
 };

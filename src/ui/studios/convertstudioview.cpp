@@ -5,6 +5,7 @@
 #include "session/alley.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "session/transparencyloss.h"
 #include "ui/apptheme.h"
 #include "ui/glasscard.h"
 #include "ui/kitbuttons.h"
@@ -102,7 +103,8 @@ ConvertStudioView::ConvertStudioView(const UiContext &context, Desktop &desktop,
     PackViewModel &vm = m_context.viewModel;
     for (auto signal :
          {&PackViewModel::convertFormatChanged, &PackViewModel::stripAudioOnConvertChanged,
-          &PackViewModel::forceEvenDimensionsChanged, &PackViewModel::convertOnlyProblemsChanged})
+          &PackViewModel::forceEvenDimensionsChanged, &PackViewModel::convertOnlyProblemsChanged,
+          &PackViewModel::clipsChanged})
         connect(&vm, signal, this, &ConvertStudioView::refreshChoices);
     connect(&m_context.preferences, &AppPreferences::autoBackupBeforeConvertChanged, this,
             &ConvertStudioView::refreshChoices);
@@ -128,11 +130,18 @@ QWidget *ConvertStudioView::buildFormatCard()
     for (ArenaConvertFormat format : kAllConvertFormats) {
         auto *chip = new FormatChip(m_context.text(labelKey(format)));
         chip->setObjectName(QStringLiteral("format_") + rawValue(format));
+        if (const QString chipHelp = helpKey(format); !chipHelp.isEmpty())
+            chip->setHelp(m_context.text(chipHelp));
         connect(chip, &QAbstractButton::clicked, this,
                 [this, format] { m_context.viewModel.setConvertFormat(format); });
         m_chips.append(chip);
         body->addWidget(chip);
     }
+    // Said before the run, which still goes ahead if the operator starts it.
+    m_alphaLoss = PanelParts::colouredLabel(QString(), 12, AppTheme::warn);
+    m_alphaLoss->setObjectName(QStringLiteral("convertAlphaLoss"));
+    m_alphaLoss->setWordWrap(true);
+    body->addWidget(m_alphaLoss);
     return glass;
 }
 
@@ -263,6 +272,11 @@ void ConvertStudioView::refreshChoices()
     setOn(m_evenDimensions, vm.forceEvenDimensions());
     setOn(m_onlyProblems, vm.convertOnlyProblems());
     setOn(m_autoBackup, m_context.preferences.autoBackupBeforeConvert());
+    const qint64 losing =
+        clipsLosingTransparency(vm.clips(), vm.convertFormat(), vm.convertOnlyProblems());
+    m_alphaLoss->setText(losing > 0 ? m_context.strings().format(u"convert.alphaLoss", {losing})
+                                    : QString());
+    m_alphaLoss->setVisible(losing > 0);
 }
 
 void ConvertStudioView::refreshProgress()

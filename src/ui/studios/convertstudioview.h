@@ -32,6 +32,7 @@ public:
                       const QString &alleyHome, QWidget *parent = nullptr);
 
     const QList<FormatChip *> &formatChips() const { return m_chips; } // kAllConvertFormats order
+    QLabel *alphaLossText() const { return m_alphaLoss; } // hidden when no clip loses alpha
     BentoToggleRow *stripAudioRow() const { return m_stripAudio; }
     BentoToggleRow *evenDimensionsRow() const { return m_evenDimensions; }
     BentoToggleRow *onlyProblemsRow() const { return m_onlyProblems; }
@@ -56,6 +57,7 @@ private:
     Desktop &m_desktop;
     std::function<void()> m_dismiss;
     QList<FormatChip *> m_chips;
+    QLabel *m_alphaLoss = nullptr;
     BentoToggleRow *m_stripAudio = nullptr;
     BentoToggleRow *m_evenDimensions = nullptr;
     BentoToggleRow *m_onlyProblems = nullptr;
