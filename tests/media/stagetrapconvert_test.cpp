@@ -57,8 +57,9 @@ QList<double> frameTimes(const QString &file)
 // on 8-bit pictures.
 double lumaStat(const QString &file, const QString &key)
 {
-    const QByteArray out = run("ffmpeg", {"-v", "error", "-nostdin", "-i", file, "-vf",
-                                          "format=yuv420p,signalstats,metadata=print:file=-", "-f", "null", "-"});
+    const QByteArray out =
+        run("ffmpeg", {"-v", "error", "-nostdin", "-i", file, "-vf",
+                       "format=yuv420p,signalstats,metadata=print:file=-", "-f", "null", "-"});
     const QRegularExpression line("lavfi\\.signalstats\\." + key + "=([0-9.]+)");
     double sum = 0;
     int count = 0;
