@@ -165,7 +165,7 @@ TEST(CommandLine, ConvertOnlyProblemsWritesArenaReadyAndBackup)
     ASSERT_EQ(folders.size(), 2);
     EXPECT_TRUE(folders[0].startsWith("ArenaBackup_"));
     EXPECT_EQ(QDir(out.path() + "/" + folders[0]).entryList(QDir::Files),
-              QStringList{"Band Intro.MP4"});
+              (QStringList{"Band Intro.MP4", "checksums.sha256"}));
 }
 
 TEST(CommandLine, InterruptCancelsCleanlyWithStatus130)

@@ -62,7 +62,7 @@ TEST_F(Conversion, OnlyProblemsConvertsWarnAndFailClipsWithBackupAndProgress)
     EXPECT_EQ(folderNames("out"),
               (QStringList{"ArenaBackup_2026-11-16T21-42-48Z", "ArenaReady_2026-11-16T21-42-48Z"}));
     EXPECT_EQ(QDir(path("out/ArenaBackup_2026-11-16T21-42-48Z")).entryList(QDir::Files),
-              (QStringList{"loud.mov", "odd.png"}));
+              (QStringList{"checksums.sha256", "loud.mov", "odd.png"}));
     EXPECT_EQ(vm().lastBackupURL(),
               QUrl::fromLocalFile(path("out/ArenaBackup_2026-11-16T21-42-48Z")));
     EXPECT_EQ(vm().lastExportURL(),
@@ -105,7 +105,7 @@ TEST_F(Conversion, ProgressOfThreeClipsAndBackupNamesThatCollide)
     QCoro::waitFor(vm().convertPack(std::nullopt)); // the switch says all clips
     EXPECT_EQ(vm().status(), PackStatus::converted(4));
     EXPECT_EQ(QDir(path("out/ArenaBackup_2026-11-16T21-42-48Z")).entryList(QDir::Files),
-              (QStringList{"fine.mov", "loud.mov", "loud_1.mov", "odd.png"}));
+              (QStringList{"checksums.sha256", "fine.mov", "loud.mov", "loud_1.mov", "odd.png"}));
     QList<double> milestones;
     for (double p : progress) {
         if (std::fmod(p * 4, 1.0) == 0.0 && (milestones.isEmpty() || milestones.back() != p))
