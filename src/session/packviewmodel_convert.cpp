@@ -238,8 +238,12 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
     if (targets.isEmpty())
         co_return;
     m_conversionStop = std::stop_source();
+    // Busy from here on, as a pack conversion is: a second strip started during the room check
+    // would write into the same working folder.
+    setConverting(true);
     const Result<QString> folder = WorkFolder::prepareStripAudio();
     if (!folder) {
+        setConverting(false);
         setStatus(PackStatus::error(describe(folder.error())));
         co_return;
     }
@@ -251,8 +255,12 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
         };
         QCoro::Task<bool> checking = checkRoom(*folder, needed);
         const bool room = co_await checking;
-        if (!self || !room)
+        if (!self)
             co_return;
+        if (!room) {
+            setConverting(false);
+            co_return;
+        }
     }
     co_await convertBatch(targets, *folder, true, true);
 }
