@@ -3,6 +3,7 @@
 // a warm page cache and, when run as root, with the page cache dropped before each side.
 //
 //   bench_check [WORK_FOLDER] [FILES]
+#include "common/benchmedia.h"
 #include "media/ffmpeg/avhandles.h"
 
 #include <QCoreApplication>
@@ -16,48 +17,9 @@
 
 #include <functional>
 
+using namespace BenchMedia;
+
 namespace {
-
-// Distinct copies of one short movie, as the ingest benchmark makes them.
-QStringList makeFiles(const QString &folder, int count)
-{
-    QDir().mkpath(folder);
-    const QString seed = QDir(folder).filePath(QStringLiteral(".seed.mov"));
-    if (!QFile::exists(seed)) {
-        QProcess::execute(QStringLiteral("ffmpeg"),
-                          {"-v", "error", "-y", "-f", "lavfi", "-i",
-                           "testsrc=size=320x180:rate=25:duration=1", "-c:v", "libx264", "-pix_fmt",
-                           "yuv420p", seed});
-    }
-    QFile seedFile(seed);
-    seedFile.open(QIODevice::ReadOnly);
-    const QByteArray bytes = seedFile.readAll();
-    QStringList paths;
-    for (int i = 0; i < count; ++i) {
-        const QString path =
-            QDir(folder).filePath(QStringLiteral("clip%1.mov").arg(i, 4, 10, QChar(u'0')));
-        if (!QFile::exists(path)) {
-            QFile file(path);
-            file.open(QIODevice::WriteOnly);
-            file.write(bytes);
-            file.write(QByteArray::number(i));
-        }
-        paths.append(path);
-    }
-    return paths;
-}
-
-double headerOpenFloor(const QStringList &paths)
-{
-    QElapsedTimer timer;
-    timer.start();
-    for (const QString &path : paths) {
-        AVFormatContext *raw = nullptr;
-        if (avformat_open_input(&raw, QFile::encodeName(path).constData(), nullptr, nullptr) == 0)
-            avformat_close_input(&raw);
-    }
-    return timer.nsecsElapsed() / 1e9;
-}
 
 double check(const QString &folder)
 {

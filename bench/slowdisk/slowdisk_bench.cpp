@@ -8,6 +8,7 @@
 //
 //   bench_slowdisk [WORK_FOLDER] [FILES] [DELAY_US,…]   (default: 1000 files, 5000,1000 µs)
 // Needs /dev/fuse and fusermount3; says so and exits 0 without them.
+#include "common/benchmedia.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
 #include "media/ffmpeg/avhandles.h"
@@ -26,6 +27,8 @@
 #include <QTextStream>
 #include <QThread>
 #include <QTimer>
+
+using BenchMedia::headerOpenFloor;
 
 namespace {
 
@@ -115,18 +118,6 @@ private:
     QString m_mountPoint;
     QProcess m_process;
 };
-
-double headerOpenFloor(const QStringList &paths)
-{
-    QElapsedTimer timer;
-    timer.start();
-    for (const QString &path : paths) {
-        AVFormatContext *raw = nullptr;
-        if (avformat_open_input(&raw, QFile::encodeName(path).constData(), nullptr, nullptr) == 0)
-            avformat_close_input(&raw);
-    }
-    return timer.nsecsElapsed() / 1e9;
-}
 
 double ffprobeEach(const QStringList &paths)
 {
