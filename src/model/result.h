@@ -7,8 +7,10 @@
 
 // An error as a value: `kind` picks the message and the exit code, `message` carries the
 // text of the library that failed (FFmpeg's, the file system's) when there is one.
+// `Empty` is asked-for work with nothing to work on: it has its own text, which no other
+// invalid value may borrow.
 struct Error {
-    enum class Kind { Unreadable, Unsupported, Cancelled, WriteFailed, Invalid, Internal };
+    enum class Kind { Unreadable, Unsupported, Cancelled, WriteFailed, Invalid, Empty, Internal };
     Kind kind = Kind::Internal;
     QString message;
     QString path;
@@ -38,5 +40,6 @@ private:
     std::variant<T, Error> m_data;
 };
 
-struct Done {};
+struct Done {
+};
 using Status = Result<Done>;

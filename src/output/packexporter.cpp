@@ -50,11 +50,12 @@ QString csvLine(const MediaClip &clip)
 
 QString description(const Error &error)
 {
-    // A stopped copy says so in the export's own words. The empty pack's error carries its
-    // fixed text as its message, so no kind is mapped to it: an invalid value of another kind
-    // (a manifest that cannot be encoded) keeps its own description.
+    // A stopped copy and an empty pack say so in the export's own words; any other invalid
+    // value (a manifest that cannot be encoded) keeps its own description.
     if (error.kind == Error::Kind::Cancelled)
         return kCancelledText;
+    if (error.kind == Error::Kind::Empty)
+        return kEmptyText;
     if (error.path.isEmpty())
         return error.message;
     return error.message + QStringLiteral(": ") + error.path;
@@ -102,7 +103,7 @@ Result<QString> exportPack(const QList<MediaClip> &clips, const QString &to, con
                            std::stop_token stop)
 {
     if (clips.isEmpty())
-        return Error{Error::Kind::Invalid, kEmptyText, {}, 0};
+        return Error{Error::Kind::Empty, kEmptyText, {}, 0};
     const QString pack = QDir(to).filePath(folderName(options.showPrefix, now));
     const QString media = QDir(pack).filePath(QStringLiteral("media"));
     if (const Status made = FileSystem::makeFolders(media); !made)

@@ -61,12 +61,13 @@ TEST_F(Export, CueSheetQuotingAndLayout)
                   ClipIssue::make(ClipHealth::fail, IssueKind::readError)};
     MediaClip semi = clip("c;d.png", "c", "03_c_d", 3);
     semi.isInspected = false;
-    EXPECT_EQ(QString::fromUtf8(PackExporter::cuesCsv({plain, odd, semi})),
-              QString::fromUtf8("cue,arena_name,original_name,health,resolution,duration,codec,issues\n"
-                                "1,01_intro,intro.MOV,ok,1920×1080,1:00,avc1,\n"
-                                "2,02_b,\"Take \"\"2\"\", final\nv2.mov\",fail,—,62:05,,"
-                                "oddSize; readError\n"
-                                "3,03_c_d,c;d.png,unknown,—,—,,"));
+    EXPECT_EQ(
+        QString::fromUtf8(PackExporter::cuesCsv({plain, odd, semi})),
+        QString::fromUtf8("cue,arena_name,original_name,health,resolution,duration,codec,issues\n"
+                          "1,01_intro,intro.MOV,ok,1920×1080,1:00,avc1,\n"
+                          "2,02_b,\"Take \"\"2\"\", final\nv2.mov\",fail,—,62:05,,"
+                          "oddSize; readError\n"
+                          "3,03_c_d,c;d.png,unknown,—,—,,"));
     EXPECT_EQ(PackExporter::cuesCsv({plain}).count('\n'), 1);
 }
 
@@ -89,24 +90,26 @@ TEST_F(Export, WritesThePackAndLeavesSourcesAlone)
                                  clip("still.png", "png bytes", "02_show_still", 2)};
     const QDateTime sourceTime = QFileInfo(clips[0].sourcePath()).lastModified();
     QList<PackExporter::Progress> reports;
-    const Result<QString> pack = PackExporter::exportPack(
-        clips, m_target.path(), {true, true, true, "Show"}, kNow, {},
-        [&](const PackExporter::Progress &p) { reports.append(p); }, {});
+    const Result<QString> pack =
+        PackExporter::exportPack(clips, m_target.path(), {true, true, true, "Show"}, kNow, {},
+                                 [&](const PackExporter::Progress &p) { reports.append(p); }, {});
     ASSERT_TRUE(pack.has_value()) << pack.error().message.toStdString();
     EXPECT_EQ(*pack, m_target.filePath("Cuebox_show_2026-11-16T21-42-48Z"));
     EXPECT_EQ(readAll(*pack + "/media/01_show_intro.MOV"), QByteArray(300000, 'i'));
     EXPECT_EQ(readAll(*pack + "/media/02_show_still.png"), "png bytes");
     EXPECT_EQ(QDir(*pack + "/media").entryList(QDir::Files | QDir::Hidden).size(), 2);
-    EXPECT_EQ(readAll(*pack + "/README.txt"),
-              QString::fromUtf8("Cuebox pack\n=================\n"
-                                "1. Открой папку media/ в Resolume Arena (File → Import или drag "
-                                "into Composition).\n"
-                                "2. Имена файлов уже в формате cue: 01_..., 02_...\n"
-                                "3. cues.csv / manifest.json — шпаргалка для режиссёра и бэкапа.\n\n"
-                                "Проверь жёлтые/красные клипы в отчёте до выезда.")
-                  .toUtf8());
+    EXPECT_EQ(
+        readAll(*pack + "/README.txt"),
+        QString::fromUtf8("Cuebox pack\n=================\n"
+                          "1. Открой папку media/ в Resolume Arena (File → Import или drag "
+                          "into Composition).\n"
+                          "2. Имена файлов уже в формате cue: 01_..., 02_...\n"
+                          "3. cues.csv / manifest.json — шпаргалка для режиссёра и бэкапа.\n\n"
+                          "Проверь жёлтые/красные клипы в отчёте до выезда.")
+            .toUtf8());
     EXPECT_TRUE(readAll(*pack + "/cues.csv").startsWith("cue,arena_name,"));
-    EXPECT_TRUE(readAll(*pack + "/manifest.json").contains("\"createdAt\" : \"2026-11-16T21:42:48Z\""));
+    EXPECT_TRUE(
+        readAll(*pack + "/manifest.json").contains("\"createdAt\" : \"2026-11-16T21:42:48Z\""));
     EXPECT_EQ(readAll(clips[0].sourcePath()), QByteArray(300000, 'i'));
     EXPECT_EQ(QFileInfo(clips[0].sourcePath()).lastModified(), sourceTime);
     ASSERT_FALSE(reports.isEmpty());
@@ -118,6 +121,7 @@ TEST_F(Export, FailuresStopAndKeepWhatWasThere)
 {
     const Result<QString> empty =
         PackExporter::exportPack({}, m_target.path(), {}, kNow, {}, {}, {});
+    EXPECT_EQ(empty.error().kind, Error::Kind::Empty);
     EXPECT_EQ(PackExporter::description(empty.error()),
               QString::fromUtf8("Нет клипов для экспорта"));
     EXPECT_TRUE(QDir(m_target.path()).isEmpty());
@@ -129,10 +133,12 @@ TEST_F(Export, FailuresStopAndKeepWhatWasThere)
     EXPECT_EQ(PackExporter::description(unencodable.error()),
               "A number cannot be written as JSON (not finite)");
 
-    const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a", 1), clip("b.mov", "bbbb", "02_b", 2)};
+    const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a", 1),
+                                 clip("b.mov", "bbbb", "02_b", 2)};
     int calls = 0;
-    const PackExporter::CopyFile failSecond = [&](const QString &from, const QString &to,
-                                                  std::stop_token stop, const std::function<void(qint64)> &bytes) -> Result<QByteArray> {
+    const PackExporter::CopyFile failSecond =
+        [&](const QString &from, const QString &to, std::stop_token stop,
+            const std::function<void(qint64)> &bytes) -> Result<QByteArray> {
         if (++calls == 2) {
             QFile partial(to);
             partial.open(QIODevice::WriteOnly);
