@@ -26,6 +26,7 @@ std::optional<Verb> verbOf(const QString &word)
 const char *const kVerifyOption =
     "  --no-verify            Do not read the copies back from the drive to compare them.\n";
 
+// UTF-8, like every source file: the ellipses below are not Latin-1.
 const char *const kCheckOptions =
     "  --profile landscape169|ledWall|vertical   Stage screen the risk rules judge for.\n"
     "  --no-audio-warning     Do not flag embedded audio.\n"
@@ -50,13 +51,13 @@ QString cliUsage(const QString &verb)
                    "Exit status: 0 no red clip, 1 at least one red clip or no "
                    "media, 2 usage error.\n\nOptions:\n  --json                 Print one JSON "
                    "document instead.\n") +
-               QLatin1String(kCheckOptions);
+               QString::fromUtf8(kCheckOptions);
     } else if (verb == u"export") {
         text = QStringLiteral("Usage: cuebox export [options] PATH... --to DIR\n\n"
                               "Writes the pack folder (media/, cues.csv, manifest.json, "
                               "README.txt) into DIR\nand prints its path.\n\nOptions:\n"
                               "  --to DIR               Folder the pack folder is made in.\n") +
-               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
+               QString::fromUtf8(kVerifyOption) + QString::fromUtf8(kCheckOptions);
     } else if (verb == u"convert") {
         text = QStringLiteral(
                    "Usage: cuebox convert [options] PATH... --to DIR\n\n"
@@ -74,12 +75,12 @@ QString cliUsage(const QString &verb)
                    "  --keep-audio           Keep the first audio track.\n"
                    "  --no-even              Keep odd pixel sizes of stills.\n"
                    "  --no-backup            Do not back up the originals first.\n") +
-               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
+               QString::fromUtf8(kVerifyOption) + QString::fromUtf8(kCheckOptions);
     } else if (verb == u"strip-audio") {
         text = QStringLiteral("Usage: cuebox strip-audio [options] PATH... [--to DIR]\n\n"
                               "Re-encodes every video with audio without it. With --to, the "
                               "pack is then\nexported into DIR.\n\nOptions:\n") +
-               QLatin1String(kVerifyOption) + QLatin1String(kCheckOptions);
+               QString::fromUtf8(kVerifyOption) + QString::fromUtf8(kCheckOptions);
     } else if (verb == u"verify") {
         text = QStringLiteral(
             "Usage: cuebox verify [--lang LANG] FOLDER\n\n"
@@ -97,7 +98,7 @@ QString cliUsage(const QString &verb)
                               "as it is added, changed or gone, until\nCtrl-C (exit status "
                               "130).\n\nOptions:\n  --json                 One JSON object "
                               "per line, with an \"event\" field.\n") +
-               QLatin1String(kCheckOptions);
+               QString::fromUtf8(kCheckOptions);
     } else {
         text = QStringLiteral(
             "Usage: cuebox [FOLDER...]\n"

@@ -149,7 +149,7 @@ QByteArray finishDigest(Sha256 &hash)
 } // namespace
 
 Result<QByteArray> copyFileHashing(const QString &from, const QString &to, std::stop_token stop,
-                                   const std::function<void(qint64)> &copiedBytes)
+                                   const std::function<void(qint64)> &copiedBytes, Flush flush)
 {
     struct stat info {
     };
@@ -172,32 +172,39 @@ Result<QByteArray> copyFileHashing(const QString &from, const QString &to, std::
         return systemError(errno, to);
 
     // Reading the source through user space is what lets the bytes be hashed on their way.
-    // One buffer is written while the other is read and hashed, so the device never waits
-    // for the hash.
+    // Three steps overlap: while one buffer is hashed and written (each on its own thread,
+    // both only reading it), the next is read into the other. A chunk then costs the slowest
+    // of the three, not the read and the hash one after the other: hashing alone is slower
+    // than a fast device.
     AlignedBuffer buffers[2] = {AlignedBuffer(kChunk), AlignedBuffer(kChunk)};
     Sha256 hash;
     std::future<Status> writing;
-    const auto finishWrite = [&]() -> Status {
+    std::future<void> hashing;
+    const auto finishChunk = [&]() -> Status {
+        if (hashing.valid())
+            hashing.get();
         return writing.valid() ? writing.get() : Status(Done{});
     };
     for (int slot = 0;; slot ^= 1) {
         if (stop.stop_requested()) {
-            finishWrite();
+            finishChunk();
             return cancelled(to);
         }
         char *data = buffers[slot].data();
         const ssize_t n = readFull(in.get(), data, kChunk);
         if (n < 0) {
             const int code = errno;
-            finishWrite();
+            finishChunk();
             return unreadable(code, from);
         }
-        if (n > 0)
-            hash.update(data, n);
-        if (const Status written = finishWrite(); !written)
+        if (const Status written = finishChunk(); !written)
             return written.error();
         if (n == 0)
             break;
+        hashing = std::async(std::launch::async, [&hash, data, n] {
+            hash.update(data, n);
+            Sha256::releaseThreadState();
+        });
         writing = std::async(std::launch::async, [&, data, n] {
             const Status written = writeChunk(out.get(), data, n, direct, to);
             if (written && copiedBytes)
@@ -212,11 +219,19 @@ Result<QByteArray> copyFileHashing(const QString &from, const QString &to, std::
     const struct timespec times[2] = {info.st_atim, info.st_mtim};
     ::futimens(out.get(), times);
     // The operator may pull the drive as soon as the pack is reported saved.
-    if (::fsync(out.get()) != 0)
+    if (flush == Flush::now && ::fsync(out.get()) != 0)
         return systemError(errno, to);
     if (::close(out.release()) != 0)
         return systemError(errno, to);
     return finishDigest(hash);
+}
+
+Status flushFile(const QString &path)
+{
+    Fd fd(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
+    if (fd.get() < 0 || ::fsync(fd.get()) != 0)
+        return systemError(errno, path);
+    return Done{};
 }
 
 Result<QByteArray> hashFromDevice(const QString &path, std::stop_token stop,
@@ -230,7 +245,7 @@ Result<QByteArray> hashFromDevice(const QString &path, std::stop_token stop,
     Fd in(*opened);
     // Dirty pages cannot be dropped: flush first (at once when the copy already did). A file
     // on a read-only share has none, and may refuse the flush.
-    ::fdatasync(in.get());
+    ::fsync(in.get());
     ::posix_fadvise(in.get(), 0, 0, POSIX_FADV_DONTNEED);
     ::posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
 

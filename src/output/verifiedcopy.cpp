@@ -39,8 +39,9 @@ QString partialPath(const QString &to, const QString &tag)
 Result<QByteArray> copyToPartial(const QString &from, const QString &partial, const CopyFile &copy,
                                  std::stop_token stop, const std::function<void(qint64)> &bytes)
 {
-    Result<QByteArray> digest =
-        copy ? copy(from, partial, stop, bytes) : copyFileHashing(from, partial, stop, bytes);
+    // The flush waits until the copy is checked and placed, which runs beside the next copy.
+    Result<QByteArray> digest = copy ? copy(from, partial, stop, bytes)
+                                     : copyFileHashing(from, partial, stop, bytes, Flush::later);
     if (!digest)
         QFile::remove(partial);
     return digest;
@@ -50,12 +51,15 @@ Status placeChecked(const QString &partial, const QString &to, const QByteArray 
                     ReadBack readBack, std::stop_token stop,
                     const std::function<void(qint64)> &readBytes)
 {
-    if (readBack == ReadBack::on) {
+    if (readBack == ReadBack::on) { // the read-back flushes first
         const Result<QByteArray> onDevice = hashFromDevice(partial, stop, readBytes);
         if (!onDevice || *onDevice != digest) {
             QFile::remove(partial);
             return onDevice ? fileError(kCopyDiffersText, to) : onDevice.error();
         }
+    } else if (const Status flushed = flushFile(partial); !flushed) {
+        QFile::remove(partial);
+        return flushed.error();
     }
     // rename(2) replaces an older file of the same name in one step.
     if (::rename(QFile::encodeName(partial).constData(), QFile::encodeName(to).constData()) != 0) {
