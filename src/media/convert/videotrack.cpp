@@ -68,7 +68,6 @@ VideoTrack::VideoTrack(AVCodecContext *decoder, const AVStream *source, int64_t 
     , m_output(output)
     , m_stop(stop)
     , m_decoded(av_frame_alloc())
-    , m_converted(av_frame_alloc())
     , m_cropped(av_frame_alloc())
     , m_packet(av_packet_alloc())
     , m_held(av_packet_alloc())
@@ -196,17 +195,8 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
         sws_setColorspaceDetails(m_scale.get(), matrix, sourceRange, matrix, 0, brightness,
                                  contrast, saturation);
     }
-    AVFrame *target = m_converted.get();
-    if (!target->buf[0]) {
-        target->format = m_encoder->pix_fmt;
-        target->width = width;
-        target->height = height;
-        if (av_frame_get_buffer(target, 0) < 0)
-            return nullptr;
-    }
-    // The encoder may still hold the previous picture (frame threading): write into a fresh
-    // buffer then, never into one it reads.
-    if (av_frame_make_writable(target) < 0)
+    AVFrame *target = writableTarget();
+    if (!target)
         return nullptr;
     // The crop at the right and bottom edges is only a smaller size over the same planes.
     if (av_frame_ref(m_cropped.get(), decoded) < 0)
@@ -219,6 +209,32 @@ AVFrame *VideoTrack::convert(AVFrame *decoded)
         return nullptr;
     target->sample_aspect_ratio = decoded->sample_aspect_ratio;
     return target;
+}
+
+AVFrame *VideoTrack::writableTarget()
+{
+    // The encoder keeps a reference to each picture it still works on (frame threading), so a
+    // picture is written again only when it holds the only reference. Making a held picture
+    // writable would copy the old picture into a new buffer just to overwrite it.
+    for (FrameHandle &frame : m_converted) {
+        if (av_frame_is_writable(frame.get()))
+            return frame.get();
+    }
+    FrameHandle fresh(av_frame_alloc());
+    if (!fresh)
+        return nullptr;
+    fresh->format = m_encoder->pix_fmt;
+    fresh->width = m_encoder->width;
+    fresh->height = m_encoder->height;
+    if (av_frame_get_buffer(fresh.get(), 0) < 0)
+        return nullptr;
+    // As many as the encoder holds at once; beyond a handful something keeps references it
+    // should not, and the oldest picture's buffers are let go rather than kept for ever.
+    constexpr size_t kMostKept = 8;
+    if (m_converted.size() >= kMostKept)
+        m_converted.erase(m_converted.begin());
+    m_converted.push_back(std::move(fresh));
+    return m_converted.back().get();
 }
 
 std::optional<MediaConverterError> VideoTrack::receivePackets()

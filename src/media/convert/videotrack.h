@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <stop_token>
+#include <vector>
 
 class ConvertOutput;
 class VideoFilters;
@@ -42,6 +43,7 @@ private:
     std::optional<MediaConverterError> receivePackets();
     std::optional<MediaConverterError> writeLast();
     AVFrame *convert(AVFrame *decoded);
+    AVFrame *writableTarget();
 
     AVCodecContext *m_decoder;
     AVCodecContext *m_encoder;
@@ -51,7 +53,9 @@ private:
     ConvertOutput &m_output;
     std::stop_token m_stop;
     FrameHandle m_decoded;
-    FrameHandle m_converted;
+    // Converted pictures, reused once the encoder has let go of them: a fresh 1080p 4:4:4
+    // picture with alpha is 16 MB of new pages per frame, each faulted in by the kernel.
+    std::vector<FrameHandle> m_converted;
     FrameHandle m_cropped; // a view of the decoded frame, sized like the target
     PacketHandle m_packet;
     PacketHandle m_held; // the newest encoded packet, written once the next one exists
