@@ -218,8 +218,10 @@ private:
     void setVerifying(bool on);
     void setVerifyProgress(double progress);
     // True when `folder` can take what `neededBytes` computes (on a worker); otherwise the
-    // status shows both figures.
-    QCoro::Task<bool> checkRoom(QString folder, std::function<qint64()> neededBytes);
+    // status shows both figures and `endBusy(false)` ends the work that asked. False, too,
+    // when this object went away meanwhile: the caller then returns without touching it.
+    QCoro::Task<bool> checkRoom(QString folder, std::function<qint64()> neededBytes,
+                                void (PackViewModel::*endBusy)(bool));
     void setScreenProfileField(ScreenProfile profile);
     QString text(const char *key) const;
     void requestThumbnail(const MediaClip &clip);

@@ -10,7 +10,8 @@
 #include <QPointer>
 #include <QtConcurrent>
 
-QCoro::Task<bool> PackViewModel::checkRoom(QString folder, std::function<qint64()> neededBytes)
+QCoro::Task<bool> PackViewModel::checkRoom(QString folder, std::function<qint64()> neededBytes,
+                                           void (PackViewModel::*endBusy)(bool))
 {
     QPointer<PackViewModel> self(this);
     const RoomCheck::FreeSpace freeSpace = m_services.freeSpace;
@@ -21,6 +22,7 @@ QCoro::Task<bool> PackViewModel::checkRoom(QString folder, std::function<qint64(
     if (!self)
         co_return false;
     if (shortfall) {
+        (this->*endBusy)(false);
         setStatus(
             PackStatus::noRoom(shortfall->target, shortfall->neededBytes, shortfall->freeBytes));
         co_return false;

@@ -159,7 +159,6 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
     for (const MediaClip &clip : std::as_const(selection))
         sources.append(clip.sourcePath());
     {
-        QPointer<PackViewModel> self(this);
         // The backup and the converted files land side by side in the chosen folder.
         const ConvertOptions estimated{m_convertFormat, m_stripAudioOnConvert,
                                        m_forceEvenDimensions};
@@ -168,14 +167,9 @@ QCoro::Task<> PackViewModel::convertPack(std::optional<bool> onlyProblems)
             return RoomCheck::conversionBytes(selection, estimated) +
                    (backup ? RoomCheck::copyBytes(sources) : 0);
         };
-        QCoro::Task<bool> checking = checkRoom(*chosen, needed);
-        const bool room = co_await checking;
-        if (!self)
+        QCoro::Task<bool> checking = checkRoom(*chosen, needed, &PackViewModel::setConverting);
+        if (const bool room = co_await checking; !room)
             co_return;
-        if (!room) {
-            setConverting(false);
-            co_return;
-        }
     }
     if (const Status made = FileSystem::makeFolders(output); !made) {
         setConverting(false);
@@ -248,19 +242,13 @@ QCoro::Task<> PackViewModel::stripAudio(QList<QUuid> ids)
         co_return;
     }
     {
-        QPointer<PackViewModel> self(this);
         const ConvertOptions estimated{m_convertFormat, true, m_forceEvenDimensions};
         const std::function<qint64()> needed = [=] {
             return RoomCheck::conversionBytes(targets, estimated);
         };
-        QCoro::Task<bool> checking = checkRoom(*folder, needed);
-        const bool room = co_await checking;
-        if (!self)
+        QCoro::Task<bool> checking = checkRoom(*folder, needed, &PackViewModel::setConverting);
+        if (const bool room = co_await checking; !room)
             co_return;
-        if (!room) {
-            setConverting(false);
-            co_return;
-        }
     }
     co_await convertBatch(targets, *folder, true, true);
 }

@@ -81,7 +81,8 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     run->done.start();
     QFuture<void> finished = run->done.future();
     const ProbeBatch batch{
-        m_services.probe, m_liveRules, [this, fresh](qsizetype i) {
+        m_services.probe, m_liveRules,
+        [this, fresh](qsizetype i) {
             QMetaObject::invokeMethod(
                 this,
                 [this, i, total = fresh.size(), name = PathNames::lastComponent(fresh[i])] {

@@ -57,14 +57,9 @@ QCoro::Task<> PackViewModel::exportPackInto(QString folder)
         sources.append(clip.sourcePath());
     // Named, not temporaries of the co_await expression: GCC 12 destroys those twice.
     const std::function<qint64()> needed = [sources] { return RoomCheck::copyBytes(sources); };
-    QCoro::Task<bool> checking = checkRoom(folder, needed);
-    const bool room = co_await checking;
-    if (!self)
+    QCoro::Task<bool> checking = checkRoom(folder, needed, &PackViewModel::setExporting);
+    if (const bool room = co_await checking; !room)
         co_return;
-    if (!room) {
-        setExporting(false);
-        co_return;
-    }
     // Shown at once; the sampler below moves it on while the copies run.
     setStatus(PackStatus::exporting(1, clips.size(), PackExporter::mediaFileName(clips.front())));
     auto box = std::make_shared<ProgressBox<PackExporter::Progress>>();

@@ -43,35 +43,12 @@
 // visually-lossless range.
 namespace {
 
-const EncoderSettings kProRes422{
-    .videoEncoder = "prores_ks",
-    .pixelFormat = AV_PIX_FMT_YUV422P10LE,
-    .videoTag = MKTAG('a', 'p', 'c', 'n'),
-    .profile = FF_PROFILE_PRORES_STANDARD,
-    .fixedQuantiser = 5,
-    .encoderThreads = ThreadRule::libavcodec,
-    .videoOptions = "profile=standard",
-    .audioEncoder = "pcm_s16le",
-    .sampleFormat = AV_SAMPLE_FMT_S16,
-    .audioTag = MKTAG('s', 'o', 'w', 't'),
-    .audioBitRatePerChannel = 0,
-    .movieHeaderFirst = false,
-};
+const EncoderSettings kProRes422 =
+    proResSettings(AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 'n'), FF_PROFILE_PRORES_STANDARD, 5,
+                   "profile=standard");
 
-const EncoderSettings kProRes422LT{
-    .videoEncoder = "prores_ks",
-    .pixelFormat = AV_PIX_FMT_YUV422P10LE,
-    .videoTag = MKTAG('a', 'p', 'c', 's'),
-    .profile = FF_PROFILE_PRORES_LT,
-    .fixedQuantiser = 7,
-    .encoderThreads = ThreadRule::libavcodec,
-    .videoOptions = "profile=lt",
-    .audioEncoder = "pcm_s16le",
-    .sampleFormat = AV_SAMPLE_FMT_S16,
-    .audioTag = MKTAG('s', 'o', 'w', 't'),
-    .audioBitRatePerChannel = 0,
-    .movieHeaderFirst = false,
-};
+const EncoderSettings kProRes422LT = proResSettings(
+    AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 's'), FF_PROFILE_PRORES_LT, 7, "profile=lt");
 
 // AAC at 128 kbit/s per channel is transparent for the native encoder; the movie header goes
 // first so that players start reading without a seek to the end.

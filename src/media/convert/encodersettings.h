@@ -30,6 +30,27 @@ struct EncoderSettings {
     bool chunked = false;           // HAP: frames cut into chunks, counted by hapChunkCount
 };
 
+// ProRes made by prores_ks at one fixed quantiser, its sound kept as PCM: what every ProRes
+// target shares. Why a fixed quantiser, and which one, is measured in encodersettings.cpp.
+constexpr EncoderSettings proResSettings(AVPixelFormat pixelFormat, uint32_t tag, int profile,
+                                         int quantiser, const char *options)
+{
+    return EncoderSettings{
+        .videoEncoder = "prores_ks",
+        .pixelFormat = pixelFormat,
+        .videoTag = tag,
+        .profile = profile,
+        .fixedQuantiser = quantiser,
+        .encoderThreads = ThreadRule::libavcodec,
+        .videoOptions = options,
+        .audioEncoder = "pcm_s16le",
+        .sampleFormat = AV_SAMPLE_FMT_S16,
+        .audioTag = MKTAG('s', 'o', 'w', 't'),
+        .audioBitRatePerChannel = 0,
+        .movieHeaderFirst = false,
+    };
+}
+
 const EncoderSettings &encoderSettings(ArenaConvertFormat format);
 // The settings for a source with an alpha channel: the format's own when it keeps alpha as it
 // is, its transparent sibling when it has one (ProRes 4444, HAP Alpha), else the format's own.

@@ -38,20 +38,9 @@ const EncoderSettings kHapQ =
 
 // ProRes 4444 with a 16-bit alpha plane, at the fixed quantiser chosen for ProRes 422: the
 // colour planes get the same care, only at full chroma resolution.
-const EncoderSettings kProRes4444{
-    .videoEncoder = "prores_ks",
-    .pixelFormat = AV_PIX_FMT_YUVA444P10LE,
-    .videoTag = MKTAG('a', 'p', '4', 'h'),
-    .profile = FF_PROFILE_PRORES_4444,
-    .fixedQuantiser = 5,
-    .encoderThreads = ThreadRule::libavcodec,
-    .videoOptions = "profile=4444:alpha_bits=16",
-    .audioEncoder = "pcm_s16le",
-    .sampleFormat = AV_SAMPLE_FMT_S16,
-    .audioTag = MKTAG('s', 'o', 'w', 't'),
-    .audioBitRatePerChannel = 0,
-    .movieHeaderFirst = false,
-};
+const EncoderSettings kProRes4444 =
+    proResSettings(AV_PIX_FMT_YUVA444P10LE, MKTAG('a', 'p', '4', 'h'), FF_PROFILE_PRORES_4444, 5,
+                   "profile=4444:alpha_bits=16");
 
 // One chunk per quarter of a 1920 × 1080 picture. A HAP decoder hands each chunk of a frame to
 // its own thread for the Snappy stage; media servers run many layers at once, so a quarter of
