@@ -33,7 +33,6 @@ TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
 {
     addClips({QStringLiteral("b.mov"), QStringLiteral("a.mov"), QStringLiteral("c.png")});
     EXPECT_EQ(model().rowCount(), 3);
-    EXPECT_EQ(model().columnCount(), 11);
     EXPECT_EQ(model().index(0, ClipTableModel::CueColumn).data().toInt(), 1);
     EXPECT_EQ(model().index(0, ClipTableModel::OriginalColumn).data().toString(), u"a.mov");
     EXPECT_EQ(model().index(0, ClipTableModel::ResolutionColumn).data().toString(),
@@ -55,7 +54,6 @@ TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
     m_preferences.setCompactMode(true);
     EXPECT_TRUE(table().isColumnHidden(ClipTableModel::SizeColumn));
     EXPECT_LT(table().rowHeight(0), tall);
-    EXPECT_EQ(table().clipDelegate()->thumbSide(), 36);
 }
 
 TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
@@ -111,10 +109,7 @@ TEST_F(ClipTable, DragReorderRenumbersEveryClip)
 
 TEST_F(ClipTable, RowMenuOffersMovesDeleteAndAudioOnlyWithAudio)
 {
-    VideoFacts loud = FakeProbe::defaultVideo();
-    loud.audioTrackCount = 1;
-    loud.audioCodecCode = FakeProbe::code("aac ");
-    m_probe->setVideo(QStringLiteral("b.mov"), loud);
+    withAudio(QStringLiteral("b.mov"));
     addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
     const auto titles = [this](int row) {
         std::unique_ptr<QMenu> menu(table().makeRowMenu(row));

@@ -125,11 +125,9 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     for (const SegmentBar::Segment &segment : header().segmentBar()->segments())
         segments.append(segment.value);
     EXPECT_EQ(segments, (QList<double>{1, 1, 1}));
-    const auto bad =
-        std::find_if(vm().clips().begin(), vm().clips().end(),
-                     [](const MediaClip &clip) { return clip.originalName == u"bad.mov"; });
-    ASSERT_NE(bad, vm().clips().end());
-    vm().remove(bad->id); // the list changes under the iterator: take the id first
+    const qsizetype bad = originalNames().indexOf(u"bad.mov"_qs);
+    ASSERT_GE(bad, 0);
+    vm().remove(vm().clips()[bad].id);
     EXPECT_FALSE(header().failPill()->isVisible());
     EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
     // Clips not yet inspected, or none, read as warn too.
