@@ -141,7 +141,7 @@ TEST_F(WindowTest, MenuAndToolbarOpenTheSameExactMailInTheChosenLanguage)
     m_preferences.setCompactMode(true);
     command(Command::reportBug)->trigger();
     m_preferences.setCompactMode(false);
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     command(Command::toolbarBug)->trigger();
     command(Command::reportBug)->trigger();
     ASSERT_EQ(m_desktop.urls.size(), 3);
@@ -156,7 +156,7 @@ TEST_F(WindowTest, MenuAndToolbarOpenTheSameExactMailInTheChosenLanguage)
 
     // Subject and prompt follow the language; the labels stay English.
     m_localization.setLanguage(AppLanguage::japanese);
-    addClips({QStringLiteral("b.mov")});
+    addClips({"b.mov"});
     vm().renameAll();
     command(Command::toolbarBug)->trigger();
     ASSERT_EQ(m_desktop.urls.size(), 4);

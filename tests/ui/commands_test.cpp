@@ -32,12 +32,12 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
     };
     window();
     expectState(0);
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     ASSERT_EQ(vm().problemClipsCount(), 0);
     expectState(1);
 
     withAudio(QStringLiteral("loud.mov"));
-    addClips({QStringLiteral("loud.mov")});
+    addClips({"loud.mov"});
     m_probe->setDelay(std::chrono::milliseconds(400));
     vm().handleDrop({url(touch(QStringLiteral("late.mov")))});
     ASSERT_TRUE(vm().isScanning());
@@ -59,7 +59,7 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
 TEST_F(Commands, ConvertOpensTheStudioAndTheBatchDoesNot)
 {
     window();
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     command(Command::convert)->trigger();
     EXPECT_TRUE(vm().showConvertStudio());
     ASSERT_NE(window().convertSheet(), nullptr);

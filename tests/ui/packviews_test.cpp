@@ -86,7 +86,7 @@ TEST_F(PackViews, ScanFromAnEmptyPackShowsThePackUnderTheOverlay)
 TEST_F(PackViews, ExportShowsProgressOverTheSameOverlay)
 {
     window();
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     m_copyFile = nullptr;
     QDir().mkpath(path(QStringLiteral("out")));
     m_panels.folders.push_back(path(QStringLiteral("out")));
@@ -109,13 +109,13 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     small.naturalWidth = 640;
     small.naturalHeight = 360;
     m_probe->setVideo(QStringLiteral("small.mov"), small);
-    addClips({QStringLiteral("good.mov")});
+    addClips({"good.mov"});
     const L10n en;
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(1)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::ok);
     EXPECT_FALSE(header().warnPill()->isVisible());
     EXPECT_FALSE(header().failPill()->isVisible());
-    addClips({QStringLiteral("small.mov"), QStringLiteral("bad.mov")});
+    addClips({"small.mov", "bad.mov"});
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(3)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::fail);
     EXPECT_TRUE(header().warnPill()->isVisible());
@@ -140,7 +140,7 @@ TEST_F(PackViews, ListIsSeamlessOnItsOpaqueCard)
 {
     // The list paints its own background (so that row repaints skip the backdrop); it must be
     // the card's face colour exactly, below the last row and beside the list alike.
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     ClipTableView *table = detail().packView()->table();
     QWidget *viewport = table->viewport();
     const QImage shot = window().grab().toImage();

@@ -66,7 +66,7 @@ TEST_F(Sidebar, EachButtonFollowsThePackItsCountsAScanAndAConversion)
               (QStringList{"Strip audio (0)", "Convert warn/fail (0)", "Remove duplicates (0)"}));
     EXPECT_FALSE(sidebar().clipCard()->showsClip());
     EXPECT_FALSE(sidebar().clipCard()->preview()->isVisibleTo(sidebar().clipCard()));
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     expectState(1);
     EXPECT_TRUE(statusLine->isVisibleTo(&sidebar()));
     EXPECT_EQ(statusLine->text(), u"Ready: 2 clips");

@@ -13,7 +13,7 @@
 TEST_F(Sidebar, NamingRenamesOnReturnOrAChipButTypingAndTheZeroPadSwitchOnlySetTheFields)
 {
     window();
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     QLineEdit *field = naming().prefixField();
     EXPECT_EQ(field->placeholderText(), u"e.g. concert");
     field->setFocus();
@@ -53,7 +53,7 @@ TEST_F(Sidebar, NamingRenamesOnReturnOrAChipButTypingAndTheZeroPadSwitchOnlySetT
 
 TEST_F(Sidebar, StudioButtonsRaiseTheirFlagsAndExportAsksForAFolder)
 {
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     auto view = standalone(context());
     NamingCard *card = view->namingCard();
     EXPECT_EQ(card->editNamesButton()->text(), u"Edit names");
@@ -71,7 +71,7 @@ TEST_F(Sidebar, StudioButtonsRaiseTheirFlagsAndExportAsksForAFolder)
 TEST_F(Sidebar, ProfileRowsSetTheScreenProfile)
 {
     window();
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     const QList<SelectChip *> &rows = sidebar().profileCard()->rows();
     ASSERT_EQ(rows.size(), 3);
     EXPECT_EQ((QStringList{rows[0]->text(), rows[1]->text(), rows[2]->text()}),

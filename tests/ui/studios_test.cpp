@@ -50,8 +50,7 @@ protected:
     // session's flag, as the menu and the sidebar open it.
     void addThree()
     {
-        addClips({QStringLiteral("Crowd.MOV"), QStringLiteral("Intro Loop.mov"),
-                  QStringLiteral("Logo.png")});
+        addClips({"Crowd.MOV", "Intro Loop.mov", "Logo.png"});
         ASSERT_EQ(originalNames(), (QStringList{"Crowd.MOV", "Intro Loop.mov", "Logo.png"}));
     }
 
@@ -328,7 +327,7 @@ protected:
     // Three clips and an output folder the scripted chooser will answer with.
     void prepareConversion(std::chrono::milliseconds perClip)
     {
-        addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("c.mov")});
+        addClips({"a.mov", "b.mov", "c.mov"});
         m_conversion->setDelay(perClip);
         QDir().mkpath(path(QStringLiteral("out")));
         m_panels.folders.push_back(path(QStringLiteral("out")));
@@ -526,7 +525,7 @@ TEST_F(ConvertStudioSheet, CancelStopsTheRunAndNoSecondClipStarts)
 
 TEST_F(ConvertStudioSheet, AlleyCardOffersTheDownloadPageOrOpensEveryClipInAlley)
 {
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     QTemporaryDir home;
     ASSERT_FALSE(Alley::isResolumeAlleyInstalled(home.path()));
     auto without = standalone(home.path());

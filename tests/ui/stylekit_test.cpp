@@ -61,7 +61,7 @@ TEST_F(Backdrop, AnimatesOnlyWhileShownAndSkipsWhatCardsCover)
     AmbientBackground *background = window().content()->background();
     EXPECT_TRUE(background->isAnimating());
     // The clip list's card covers most of the right side; frames leave it alone.
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     QApplication::processEvents();
     const QRegion exposed = background->exposedRegion();
     const QRegion all(background->rect());
