@@ -120,17 +120,13 @@ TEST(CommandLine, JsonAgreesWithTheManifestOfAnExport)
         const QJsonObject clip = clips[i].toObject();
         const QJsonObject entry = entries[i].toObject();
         SCOPED_TRACE(clip.value("arenaName").toString().toStdString());
-        for (const char *key :
-             {"arenaName", "originalName", "health", "width", "height", "duration", "videoCodec"})
+        for (const char *key : {"cue", "arenaName", "originalName", "health", "width", "height",
+                                "duration", "videoCodec"})
             EXPECT_EQ(clip.value(key), entry.value(key)) << key;
-        EXPECT_EQ(clip.value("cue"), entry.value("cue"));
-        QStringList kinds;
+        QJsonArray kinds;
         for (const QJsonValue &issue : clip.value("issues").toArray())
-            kinds.append(issue.toObject().value("kind").toString());
-        QStringList manifestKinds;
-        for (const QJsonValue &kind : entry.value("issues").toArray())
-            manifestKinds.append(kind.toString());
-        EXPECT_EQ(kinds, manifestKinds);
+            kinds.append(issue["kind"]);
+        EXPECT_EQ(kinds, entry.value("issues").toArray());
     }
     EXPECT_TRUE(QFile::exists(pack + "/media/01_gig_band_intro.MP4"));
 }

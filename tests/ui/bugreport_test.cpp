@@ -81,8 +81,6 @@ TEST(BugReport, VersionAndBuildFallBackWhenTheBuildLeftThemEmpty)
     EXPECT_EQ(BugReport::buildOrDefault({}), u"1");
     EXPECT_EQ(BugReport::versionOrDefault(QStringLiteral("3.0.2")), u"3.0.2");
     EXPECT_EQ(BugReport::buildOrDefault(QStringLiteral("512")), u"512");
-    EXPECT_EQ(BugReport::version(), QStringLiteral(CUEBOX_VERSION));
-    EXPECT_EQ(BugReport::build(), QStringLiteral(CUEBOX_EXPECTED_BUILD_NUMBER));
 }
 
 TEST(BugReport, PrettyNameIsReadFromOsRelease)
@@ -125,56 +123,48 @@ TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
     EXPECT_EQ(BugReport::systemLine(), u"Linux: "_qs + pretty + u' ' + kernel);
 }
 
-class BugReportWindow : public WindowTest
+static QByteArray expectedUrl(const QByteArray &subject, const QByteArray &prompt,
+                              const QByteArray &language, const QByteArray &compact, int clips,
+                              const QByteArray &status)
 {
-protected:
-    QByteArray expectedUrl(const QByteArray &subject, const QByteArray &prompt,
-                           const QByteArray &language, const QByteArray &compact, int clips,
-                           const QByteArray &status)
-    {
-        return "mailto:" + QByteArray(CUEBOX_BUG_EMAIL) + "?subject=" + subject +
-               "&body=" + prompt + "%0A%0A---%0ACuebox%20" +
-               encoded(QStringLiteral(CUEBOX_VERSION)) + "%20%28" +
-               encoded(QStringLiteral(CUEBOX_EXPECTED_BUILD_NUMBER)) + "%29%0A" +
-               encoded(BugReport::systemLine()) + "%0ALanguage%3A%20" + language +
-               "%0ACompact%3A%20" + compact + "%0AClips%3A%20" + QByteArray::number(clips) +
-               "%0AStatus%3A%20" + status;
-    }
-};
+    return "mailto:" + QByteArray(CUEBOX_BUG_EMAIL) + "?subject=" + subject + "&body=" + prompt +
+           "%0A%0A---%0ACuebox%20" + encoded(QStringLiteral(CUEBOX_VERSION)) + "%20%28" +
+           encoded(QStringLiteral(CUEBOX_EXPECTED_BUILD_NUMBER)) + "%29%0A" +
+           encoded(BugReport::systemLine()) + "%0ALanguage%3A%20" + language + "%0ACompact%3A%20" +
+           compact + "%0AClips%3A%20" + QByteArray::number(clips) + "%0AStatus%3A%20" + status;
+}
 
-TEST_F(BugReportWindow, MenuAndToolbarOpenTheSameExactMail)
+TEST_F(WindowTest, MenuAndToolbarOpenTheSameExactMailInTheChosenLanguage)
 {
     window();
     ASSERT_EQ(vm().status(), PackStatus::idle()); // an empty status reads as a dash
     m_preferences.setCompactMode(true);
     command(Command::reportBug)->trigger();
     m_preferences.setCompactMode(false);
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     command(Command::toolbarBug)->trigger();
     command(Command::reportBug)->trigger();
     ASSERT_EQ(m_desktop.urls.size(), 3);
+    const QByteArray subject = "Cuebox%20bug%20report";
     EXPECT_EQ(m_desktop.urls[0].toEncoded(),
-              expectedUrl("Cuebox%20bug%20report", kEnglishPrompt, "en", "yes", 0, "%E2%80%94"));
+              expectedUrl(subject, kEnglishPrompt, "en", "yes", 0, "%E2%80%94"));
     const QByteArray expected =
-        expectedUrl("Cuebox%20bug%20report", kEnglishPrompt, "en", "no", 1, "Ready%3A%201%20clips");
+        expectedUrl(subject, kEnglishPrompt, "en", "no", 1, "Ready%3A%201%20clips");
     EXPECT_EQ(m_desktop.urls[1].toEncoded(), expected);
     EXPECT_EQ(m_desktop.urls[2].toEncoded(), expected);
     EXPECT_TRUE(expected.contains("%0ALinux%3A%20"));
-}
 
-TEST_F(BugReportWindow, SubjectAndPromptFollowTheLanguageLabelsStayEnglish)
-{
+    // Subject and prompt follow the language; the labels stay English.
     m_localization.setLanguage(AppLanguage::japanese);
-    window();
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"b.mov"});
     vm().renameAll();
     command(Command::toolbarBug)->trigger();
-    ASSERT_EQ(m_desktop.urls.size(), 1);
+    ASSERT_EQ(m_desktop.urls.size(), 4);
     const QByteArray jaPrompt =
         "%E4%BD%95%E3%81%8C%E5%95%8F%E9%A1%8C%E3%81%A7%E3%81%99%E3%81%8B%EF%BC%9F%E5%86%8D%E7%8F"
         "%BE%E6%89%8B%E9%A0%86%E3%82%92%E6%9B%B8%E3%81%84%E3%81%A6%E3%81%8F%E3%81%A0%E3%81%95%E3"
         "%81%84%EF%BC%9A%0A%0A1.%0A2.%0A3.%0A";
-    EXPECT_EQ(m_desktop.urls[0].toEncoded(),
+    EXPECT_EQ(m_desktop.urls[3].toEncoded(),
               expectedUrl("Cuebox%20%E3%83%90%E3%82%B0%E5%A0%B1%E5%91%8A", jaPrompt, "ja", "no", 2,
                           encoded(L10n(AppLanguage::japanese)[u"scan.renamed"])));
 }

@@ -31,9 +31,8 @@ protected:
 
 TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
 {
-    addClips({QStringLiteral("b.mov"), QStringLiteral("a.mov"), QStringLiteral("c.png")});
+    addClips({"b.mov", "a.mov", "c.png"});
     EXPECT_EQ(model().rowCount(), 3);
-    EXPECT_EQ(model().columnCount(), 11);
     EXPECT_EQ(model().index(0, ClipTableModel::CueColumn).data().toInt(), 1);
     EXPECT_EQ(model().index(0, ClipTableModel::OriginalColumn).data().toString(), u"a.mov");
     EXPECT_EQ(model().index(0, ClipTableModel::ResolutionColumn).data().toString(),
@@ -55,12 +54,11 @@ TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
     m_preferences.setCompactMode(true);
     EXPECT_TRUE(table().isColumnHidden(ClipTableModel::SizeColumn));
     EXPECT_LT(table().rowHeight(0), tall);
-    EXPECT_EQ(table().clipDelegate()->thumbSide(), 36);
 }
 
 TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
 {
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     const QUuid id = vm().clips()[1].id;
     const QModelIndex name = model().index(1, ClipTableModel::NameColumn);
     table().setCurrentIndex(name);
@@ -95,8 +93,7 @@ TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
 
 TEST_F(ClipTable, DragReorderRenumbersEveryClip)
 {
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("c.mov"),
-              QStringLiteral("d.mov")});
+    addClips({"a.mov", "b.mov", "c.mov", "d.mov"});
     ASSERT_EQ(cueAndNames(), QStringList({u"1:01_a"_qs, u"2:02_b"_qs, u"3:03_c"_qs, u"4:04_d"_qs}));
     // Row 0 dropped into the gap before row 3: the way the view hands a drag to the model.
     std::unique_ptr<QMimeData> drag(model().mimeData({model().index(0, 0)}));
@@ -111,11 +108,8 @@ TEST_F(ClipTable, DragReorderRenumbersEveryClip)
 
 TEST_F(ClipTable, RowMenuOffersMovesDeleteAndAudioOnlyWithAudio)
 {
-    VideoFacts loud = FakeProbe::defaultVideo();
-    loud.audioTrackCount = 1;
-    loud.audioCodecCode = FakeProbe::code("aac ");
-    m_probe->setVideo(QStringLiteral("b.mov"), loud);
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    withAudio(QStringLiteral("b.mov"));
+    addClips({"a.mov", "b.mov"});
     const auto titles = [this](int row) {
         std::unique_ptr<QMenu> menu(table().makeRowMenu(row));
         QStringList out;
@@ -153,7 +147,7 @@ TEST_F(ClipTable, ThumbnailsLoadOnlyForPaintedRows)
 
 TEST_F(ClipTable, EditOfARemovedClipIsDropped)
 {
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     const QModelIndex name = model().index(1, ClipTableModel::NameColumn);
     table().setCurrentIndex(name);
     table().edit(name);

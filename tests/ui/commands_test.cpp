@@ -1,18 +1,10 @@
 #include "uifixture.h"
 
-#include "ui/contentview.h"
-#include "ui/detailarea.h"
-#include "ui/dropzoneview.h"
-#include "ui/kitbuttons.h"
-
-#include <QMenuBar>
 #include <QToolBar>
 
 using Command = AppCommands::Command;
 
-class Commands : public WindowTest
-{
-};
+using Commands = WindowTest;
 
 TEST_F(Commands, EnabledByThePackAScanAndAConversion)
 {
@@ -40,15 +32,12 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
     };
     window();
     expectState(0);
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     ASSERT_EQ(vm().problemClipsCount(), 0);
     expectState(1);
 
-    VideoFacts loud = FakeProbe::defaultVideo();
-    loud.audioTrackCount = 1;
-    loud.audioCodecCode = FakeProbe::code("aac ");
-    m_probe->setVideo(QStringLiteral("loud.mov"), loud);
-    addClips({QStringLiteral("loud.mov")});
+    withAudio(QStringLiteral("loud.mov"));
+    addClips({"loud.mov"});
     m_probe->setDelay(std::chrono::milliseconds(400));
     vm().handleDrop({url(touch(QStringLiteral("late.mov")))});
     ASSERT_TRUE(vm().isScanning());
@@ -70,7 +59,7 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
 TEST_F(Commands, ConvertOpensTheStudioAndTheBatchDoesNot)
 {
     window();
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     command(Command::convert)->trigger();
     EXPECT_TRUE(vm().showConvertStudio());
     ASSERT_NE(window().convertSheet(), nullptr);
@@ -84,7 +73,6 @@ TEST_F(Commands, ConvertOpensTheStudioAndTheBatchDoesNot)
 
 TEST_F(Commands, ShortcutsUseControl)
 {
-    window();
     const std::pair<Command, const char *> keys[] = {{Command::openFolder, "Ctrl+O"},
                                                      {Command::openProject, "Ctrl+Shift+O"},
                                                      {Command::saveProject, "Ctrl+S"},
@@ -100,65 +88,26 @@ TEST_F(Commands, ShortcutsUseControl)
         EXPECT_EQ(command(c)->shortcut(), QKeySequence(QString::fromLatin1(key))) << key;
 }
 
-TEST_F(Commands, LanguageSwitchRelabelsMenusToolbarAndContentKeepingClipsAndSelection)
-{
-    window();
-    const L10n german(AppLanguage::german);
-    m_localization.setLanguage(AppLanguage::german);
-    QApplication::processEvents();
-    EXPECT_EQ(command(Command::openFolder)->text(), german[u"menu.open"]);
-    EXPECT_EQ(command(Command::exportPack)->text(), german[u"naming.export"]);
-    EXPECT_EQ(command(Command::stripAudio)->text(), german[u"batch.stripAudio.menu"]);
-    EXPECT_EQ(command(Command::compactMode)->text(), german[u"settings.compact"]);
-    EXPECT_EQ(command(Command::toolbarOpen)->text(), german[u"toolbar.open"]);
-    EXPECT_EQ(command(Command::toolbarOpen)->toolTip(), german[u"toolbar.open.help"]);
-    EXPECT_EQ(command(Command::toolbarExport)->toolTip(), german[u"toolbar.export.help"]);
-    QStringList menuTitles;
-    for (QAction *menu : window().menuBar()->actions())
-        menuTitles.append(menu->text());
-    EXPECT_TRUE(menuTitles.contains(german[u"menu.pack"])) << menuTitles.join(u',').toStdString();
-    // The content was rebuilt: the drop zone's buttons carry the new texts.
-    DropZoneView *zone = window().content()->detail()->dropZone();
-    EXPECT_EQ(zone->openButton()->text(), german[u"drop.open"]);
-    EXPECT_EQ(zone->clearButton()->text(), german[u"drop.clear"]);
-
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
-    vm().setSelectedClipID(vm().clips()[1].id);
-    ContentView *before = window().content();
-    m_localization.setLanguage(AppLanguage::japanese);
-    QApplication::processEvents();
-    EXPECT_NE(window().content(), before);
-    EXPECT_EQ(vm().clips().size(), 2);
-    EXPECT_EQ(vm().selectedClipID(), vm().clips()[1].id);
-}
-
 TEST_F(Commands, CompactModeChangesTheMinimumSizeAtOnce)
 {
-    window();
-    const QSize wide = window().minimumSize();
+    EXPECT_EQ(window().minimumSize().width(), 1040);
+    const int tall = window().minimumSize().height();
     command(Command::compactMode)->trigger();
     EXPECT_TRUE(m_preferences.compactMode());
-    const QSize compact = window().minimumSize();
-    EXPECT_EQ(wide.width(), 1040);
-    EXPECT_EQ(compact.width(), 900);
-    EXPECT_EQ(wide.height() - compact.height(), 80);
+    EXPECT_EQ(window().minimumSize(), QSize(900, tall - 80));
     m_preferences.setCompactMode(false);
     EXPECT_FALSE(command(Command::compactMode)->isChecked());
-    EXPECT_EQ(window().minimumSize(), wide);
-    EXPECT_EQ(MainWindow::defaultSize(false), QSize(1180, 740));
-    EXPECT_EQ(MainWindow::defaultSize(true), QSize(1020, 680));
+    EXPECT_EQ(window().minimumSize(), QSize(1040, tall));
 }
 
 TEST_F(Commands, ToolbarHasFiveButtonsWithIconsAndTooltips)
 {
-    window();
     int buttons = 0;
     for (QAction *a : window().toolBar()->actions()) {
         if (a->isSeparator() || a->text().isEmpty())
             continue;
         ++buttons;
-        EXPECT_FALSE(a->icon().isNull()) << a->text().toStdString();
-        EXPECT_FALSE(a->toolTip().isEmpty()) << a->text().toStdString();
+        EXPECT_FALSE(a->icon().isNull() || a->toolTip().isEmpty()) << a->text().toStdString();
     }
     EXPECT_EQ(buttons, 5);
 }

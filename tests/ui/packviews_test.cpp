@@ -86,7 +86,7 @@ TEST_F(PackViews, ScanFromAnEmptyPackShowsThePackUnderTheOverlay)
 TEST_F(PackViews, ExportShowsProgressOverTheSameOverlay)
 {
     window();
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     m_copyFile = nullptr;
     QDir().mkpath(path(QStringLiteral("out")));
     m_panels.folders.push_back(path(QStringLiteral("out")));
@@ -109,13 +109,13 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     small.naturalWidth = 640;
     small.naturalHeight = 360;
     m_probe->setVideo(QStringLiteral("small.mov"), small);
-    addClips({QStringLiteral("good.mov")});
+    addClips({"good.mov"});
     const L10n en;
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(1)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::ok);
     EXPECT_FALSE(header().warnPill()->isVisible());
     EXPECT_FALSE(header().failPill()->isVisible());
-    addClips({QStringLiteral("small.mov"), QStringLiteral("bad.mov")});
+    addClips({"small.mov", "bad.mov"});
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(3)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::fail);
     EXPECT_TRUE(header().warnPill()->isVisible());
@@ -125,11 +125,9 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     for (const SegmentBar::Segment &segment : header().segmentBar()->segments())
         segments.append(segment.value);
     EXPECT_EQ(segments, (QList<double>{1, 1, 1}));
-    const auto bad =
-        std::find_if(vm().clips().begin(), vm().clips().end(),
-                     [](const MediaClip &clip) { return clip.originalName == u"bad.mov"; });
-    ASSERT_NE(bad, vm().clips().end());
-    vm().remove(bad->id); // the list changes under the iterator: take the id first
+    const qsizetype bad = originalNames().indexOf(u"bad.mov"_qs);
+    ASSERT_GE(bad, 0);
+    vm().remove(vm().clips()[bad].id);
     EXPECT_FALSE(header().failPill()->isVisible());
     EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
     // Clips not yet inspected, or none, read as warn too.
@@ -142,7 +140,7 @@ TEST_F(PackViews, ListIsSeamlessOnItsOpaqueCard)
 {
     // The list paints its own background (so that row repaints skip the backdrop); it must be
     // the card's face colour exactly, below the last row and beside the list alike.
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     ClipTableView *table = detail().packView()->table();
     QWidget *viewport = table->viewport();
     const QImage shot = window().grab().toImage();

@@ -20,18 +20,10 @@ struct Codec {
 
 bool makeMovie(const QString &path, const QStringList &encoder)
 {
-    QStringList args = {QStringLiteral("-loglevel"),
-                        QStringLiteral("error"),
-                        QStringLiteral("-y"),
-                        QStringLiteral("-f"),
-                        QStringLiteral("lavfi"),
-                        QStringLiteral("-i"),
-                        QStringLiteral("testsrc=size=320x180:rate=25:duration=1")};
-    args += encoder;
-    args.append(path);
-    QProcess ffmpeg;
-    ffmpeg.start(QStringLiteral("ffmpeg"), args);
-    return ffmpeg.waitForFinished(60000) && ffmpeg.exitCode() == 0;
+    return QProcess::execute(QStringLiteral("ffmpeg"),
+                             QStringList{"-loglevel", "error", "-y", "-f", "lavfi", "-i",
+                                         "testsrc=size=320x180:rate=25:duration=1"} +
+                                 encoder + QStringList{path}) == 0;
 }
 
 } // namespace

@@ -1,4 +1,6 @@
-// The Qt file dialogs behind the session's panels, answered the way an operator would.
+// The Qt file dialogs behind the session's panels, answered the way an operator would, and the
+// places they offer: home, Videos, Desktop and every removable or network volume, read again
+// each time a dialog opens.
 #include "ui/qtpanels.h"
 
 #include <QApplication>
@@ -33,11 +35,40 @@ void whenDialogOpens(std::function<void(QFileDialog &)> answer)
     timer->start();
 }
 
-void touch(const QString &path)
+void accept(QFileDialog &dialog)
 {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    QMetaObject::invokeMethod(&dialog, "accept");
 }
+
+QUrl local(const QString &path)
+{
+    return QUrl::fromLocalFile(path);
+}
+
+// Home and the XDG folders follow HOME; restored when the test ends.
+class FakeHome
+{
+public:
+    FakeHome() : m_home(qgetenv("HOME")), m_config(qgetenv("XDG_CONFIG_HOME"))
+    {
+        qputenv("HOME", m_dir.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", (m_dir.path() + QStringLiteral("/.config")).toLocal8Bit());
+    }
+    ~FakeHome()
+    {
+        qputenv("HOME", m_home);
+        m_config.isEmpty() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", m_config);
+    }
+    QString path(const QString &name = {}) const
+    {
+        return name.isEmpty() ? m_dir.path() : m_dir.filePath(name);
+    }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_home;
+    QByteArray m_config;
+};
 
 } // namespace
 
@@ -45,37 +76,37 @@ TEST(QtPanels, OpenMediaTakesFoldersAndFilesWithTheSessionsTexts)
 {
     QTemporaryDir root;
     ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("show")));
-    touch(root.filePath(QStringLiteral("intro.mov")));
-    QString title, accept;
+    ASSERT_TRUE(QFile(root.filePath(QStringLiteral("intro.mov"))).open(QIODevice::WriteOnly));
+    QString title, acceptText;
     QStringList filters;
     whenDialogOpens([&](QFileDialog &dialog) {
         title = dialog.windowTitle();
-        accept = dialog.labelText(QFileDialog::Accept);
+        acceptText = dialog.labelText(QFileDialog::Accept);
         filters = dialog.nameFilters();
         dialog.setDirectory(root.path());
         dialog.selectFile(QStringLiteral("\"show\" \"intro.mov\""));
-        QMetaObject::invokeMethod(&dialog, "accept");
+        accept(dialog);
     });
     const QList<QUrl> chosen =
         QtPanels().openMedia(QStringLiteral("Choose a show folder"), QStringLiteral("Add"));
     EXPECT_EQ(title, QStringLiteral("Choose a show folder"));
-    EXPECT_EQ(accept, QStringLiteral("Add"));
+    EXPECT_EQ(acceptText, QStringLiteral("Add"));
     ASSERT_EQ(filters.size(), 1);
     EXPECT_TRUE(filters[0].startsWith(QStringLiteral("Add (")));
     for (const char *pattern : {"*.mov", "*.mp4", "*.png", "*.heic", "*.webm"})
         EXPECT_TRUE(filters[0].split(u' ').contains(QLatin1String(pattern))) << pattern;
-    EXPECT_EQ(chosen,
-              (QList<QUrl>{QUrl::fromLocalFile(root.filePath(QStringLiteral("show"))),
-                           QUrl::fromLocalFile(root.filePath(QStringLiteral("intro.mov")))}));
+    EXPECT_EQ(chosen, (QList<QUrl>{local(root.filePath(QStringLiteral("show"))),
+                                   local(root.filePath(QStringLiteral("intro.mov")))}));
 }
 
 TEST(QtPanels, CancelledPanelsGiveNothing)
 {
-    whenDialogOpens([](QFileDialog &dialog) { dialog.reject(); });
+    const auto reject = [](QFileDialog &dialog) { dialog.reject(); };
+    whenDialogOpens(reject);
     EXPECT_TRUE(QtPanels().openMedia(QStringLiteral("m"), QStringLiteral("p")).isEmpty());
-    whenDialogOpens([](QFileDialog &dialog) { dialog.reject(); });
+    whenDialogOpens(reject);
     EXPECT_FALSE(QtPanels().chooseFolder(QStringLiteral("m"), QStringLiteral("p"), std::nullopt));
-    whenDialogOpens([](QFileDialog &dialog) { dialog.reject(); });
+    whenDialogOpens(reject);
     EXPECT_FALSE(QtPanels().chooseOpenFile(QStringLiteral("m"), QStringLiteral("p")));
 }
 
@@ -88,7 +119,7 @@ TEST(QtPanels, SaveProposesTheNameInTheStartFolder)
         directory = dialog.directory().absolutePath();
         mode = dialog.acceptMode();
         typed = dialog.selectedFiles().value(0);
-        QMetaObject::invokeMethod(&dialog, "accept");
+        accept(dialog);
     });
     const std::optional<QString> saved =
         QtPanels().chooseSaveFile(QStringLiteral("Save project"), QStringLiteral("Save"),
@@ -107,10 +138,55 @@ TEST(QtPanels, ChooseFolderOpensAtTheStartFolderAndReturnsTheChoice)
     whenDialogOpens([&](QFileDialog &dialog) {
         directory = dialog.directory().absolutePath();
         dialog.selectFile(root.filePath(QStringLiteral("packs")));
-        QMetaObject::invokeMethod(&dialog, "accept");
+        accept(dialog);
     });
     const std::optional<QString> folder =
         QtPanels().chooseFolder(QStringLiteral("Export to"), QStringLiteral("Choose"), root.path());
     EXPECT_EQ(directory, QDir(root.path()).absolutePath());
     EXPECT_EQ(folder, root.filePath(QStringLiteral("packs")));
+}
+
+TEST(FilePlaces, HomeVideosThenRemovableAndNetworkVolumesInMountOrder)
+{
+    FakeHome home;
+    ASSERT_TRUE(QDir(home.path()).mkdir(QStringLiteral("Videos"))); // no Desktop folder
+    const QList<MountedVolume> volumes{
+        {"/", "ext4", false},
+        {"/media/op/SHOW_USB", "vfat", true},
+        {"/boot/efi", "vfat", false},
+        {"/srv/nas", "nfs4", false},
+        {"/proc", "proc", false},
+        {"/run/media/op/CARD", "exfat", false},
+        {"/run/user/1000/doc", "fuse.portal", false},
+        {"/data", "ext4", true}, // a USB disk mounted by fstab
+        {"/home/op/share", "cifs", false},
+        {"/media/op/SHOW_USB", "vfat", true}, // mounted twice: listed once
+    };
+    EXPECT_EQ(QtPanels::places(volumes),
+              (QList<QUrl>{local(home.path()), local(home.path("Videos")),
+                           local("/media/op/SHOW_USB"), local("/srv/nas"),
+                           local("/run/media/op/CARD"), local("/data"), local("/home/op/share")}));
+}
+
+TEST(FilePlaces, AVolumePluggedInShowsWhenTheDialogOpensAgain)
+{
+    FakeHome home;
+    ASSERT_TRUE(QDir(home.path()).mkdir(QStringLiteral("Desktop")));
+    QList<MountedVolume> mounted{{"/", "ext4", false}};
+    QtPanels panels(nullptr, [&mounted] { return mounted; });
+    QList<QUrl> before, after;
+    whenDialogOpens([&](QFileDialog &dialog) {
+        before = dialog.sidebarUrls();
+        dialog.reject();
+    });
+    EXPECT_FALSE(panels.chooseFolder(QStringLiteral("Watch"), QStringLiteral("Watch"), {}));
+    mounted.append({"/media/op/NEW_DRIVE", "exfat", true});
+    whenDialogOpens([&](QFileDialog &dialog) {
+        after = dialog.sidebarUrls();
+        dialog.reject();
+    });
+    EXPECT_TRUE(panels.openMedia(QStringLiteral("Add"), QStringLiteral("Add")).isEmpty());
+    EXPECT_EQ(before, (QList<QUrl>{local(home.path()), local(home.path("Desktop"))}));
+    EXPECT_EQ(after, (QList<QUrl>{local(home.path()), local(home.path("Desktop")),
+                                  local("/media/op/NEW_DRIVE")}));
 }

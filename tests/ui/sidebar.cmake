@@ -10,4 +10,3 @@ target_compile_definitions(ui_tests PRIVATE
 target_sources(ui_tests PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/labelsfit_test.cpp
     ${CMAKE_CURRENT_LIST_DIR}/menutexts_test.cpp)
-target_sources(ui_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/fileplaces_test.cpp)

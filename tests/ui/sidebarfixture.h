@@ -14,21 +14,6 @@
 
 namespace SidebarTesting {
 
-struct Rule {
-    const char *name;
-    QAbstractButton *button;
-    bool enabled;
-};
-
-inline void expectEnabled(std::initializer_list<Rule> rules)
-{
-    for (const Rule &rule : rules) {
-        SCOPED_TRACE(rule.name);
-        ASSERT_NE(rule.button, nullptr);
-        EXPECT_EQ(rule.button->isEnabled(), rule.enabled);
-    }
-}
-
 // Banners still on screen, by hint id (dismissed ones leave through deleteLater).
 inline QStringList visibleHints(QWidget *root)
 {
@@ -75,10 +60,7 @@ protected:
     void addBusyPack()
     {
         const qsizetype before = vm().clips().size();
-        VideoFacts loud = FakeProbe::defaultVideo();
-        loud.audioTrackCount = 1;
-        loud.audioCodecCode = FakeProbe::code("aac ");
-        m_probe->setVideo(QStringLiteral("loud.mov"), loud);
+        withAudio(QStringLiteral("loud.mov"));
         touch(QStringLiteral("twin_a.mov"), QByteArray(64, 't'));
         touch(QStringLiteral("twin_b.mov"), QByteArray(64, 't'));
         QList<QUrl> urls;

@@ -13,12 +13,9 @@
 #include "ui/studios/renamestudioview.h"
 
 #include <QDialog>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopeGuard>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QTest>
 
 namespace {
@@ -53,21 +50,14 @@ protected:
     // session's flag, as the menu and the sidebar open it.
     void addThree()
     {
-        addClips({QStringLiteral("Crowd.MOV"), QStringLiteral("Intro Loop.mov"),
-                  QStringLiteral("Logo.png")});
+        addClips({"Crowd.MOV", "Intro Loop.mov", "Logo.png"});
         ASSERT_EQ(originalNames(), (QStringList{"Crowd.MOV", "Intro Loop.mov", "Logo.png"}));
     }
 
     RenameStudioView *open()
     {
-        window();
-        vm().setShowRenameStudio(true);
-        EXPECT_TRUE(waitUntil([this] { return window().renameSheet() != nullptr; }));
-        QDialog *sheet = window().renameSheet();
-        if (!sheet)
-            return nullptr;
-        EXPECT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
-        return sheet->findChild<RenameStudioView *>();
+        QDialog *sheet = openSheet(true);
+        return sheet ? sheet->findChild<RenameStudioView *>() : nullptr;
     }
 
     bool closed()
@@ -84,6 +74,15 @@ protected:
         EXPECT_EQ(rows->currentIndex().row(), row);
         return rows->openEditor();
     }
+
+    // Replaces a row's stem by typing `text` over it.
+    void typeStem(RenameStudioView *studio, int row, const QString &text)
+    {
+        QLineEdit *field = editStem(studio, row);
+        ASSERT_TRUE(field);
+        field->selectAll();
+        QTest::keyClicks(field, text);
+    }
 };
 
 TEST_F(RenameStudioSheet, OpensWithNamesRebuiltFromPrefixAndOriginals)
@@ -93,7 +92,6 @@ TEST_F(RenameStudioSheet, OpensWithNamesRebuiltFromPrefixAndOriginals)
     vm().setArenaName(vm().clips()[1].id, QStringLiteral("hand_named")); // rebuilt on opening
     RenameStudioView *studio = open();
     ASSERT_TRUE(studio);
-    EXPECT_EQ(window().renameSheet()->size(), RenameStudioView::kSheetSize);
     EXPECT_EQ(window().renameSheet()->windowTitle(), "Rename studio");
     const QStringList labels = labelTexts(studio);
     for (const char *text :
@@ -104,7 +102,6 @@ TEST_F(RenameStudioSheet, OpensWithNamesRebuiltFromPrefixAndOriginals)
     EXPECT_EQ(studio->heads()->titles(), (QStringList{"", "Original", "Stem", "Preview file"}));
     EXPECT_EQ(studio->prefixField()->text(), "Show");
     EXPECT_EQ(studio->prefixField()->placeholderText(), "e.g. concert");
-    EXPECT_EQ(studio->prefixField()->width(), 240);
     EXPECT_TRUE(studio->zeroPadSwitch()->isChecked());
     EXPECT_EQ(studio->resetButton()->text(), "Rebuild from template");
     EXPECT_EQ(studio->resetButton()->toolTip(),
@@ -154,47 +151,22 @@ TEST_F(RenameStudioSheet, TypingClearingAndKeysEditStemsWithLivePreviews)
     EXPECT_EQ(vm().clips()[1].arenaName, "02_intro_loop");
 
     // Tab and the arrows go from stem to stem; typing there edits that row.
-    QTest::keyClick(field, Qt::Key_Tab);
     RenameRowsView *rows = studio->rows();
-    ASSERT_TRUE(
-        waitUntil([rows] { return rows->openEditor() && rows->currentIndex().row() == 2; }));
-    EXPECT_EQ(rows->currentIndex().column(), RenameDraftModel::StemColumn);
-    EXPECT_EQ(rows->openEditor()->text(), "logo");
-    QTest::keyClick(rows->openEditor(), Qt::Key_Up);
-    ASSERT_TRUE(
-        waitUntil([rows] { return rows->openEditor() && rows->currentIndex().row() == 1; }));
-    QTest::keyClick(rows->openEditor(), Qt::Key_Up);
-    ASSERT_TRUE(
-        waitUntil([rows] { return rows->openEditor() && rows->currentIndex().row() == 0; }));
+    const std::pair<Qt::Key, int> moves[] = {{Qt::Key_Tab, 2}, {Qt::Key_Up, 1}, {Qt::Key_Up, 0}};
+    for (const auto &move : moves) {
+        const int row = move.second;
+        QTest::keyClick(rows->openEditor(), move.first);
+        ASSERT_TRUE(waitUntil([rows, row] {
+            return rows->openEditor() && rows->currentIndex().row() == row &&
+                   rows->currentIndex().column() == RenameDraftModel::StemColumn;
+        })) << row;
+        EXPECT_EQ(rows->openEditor()->text(), (QStringList{"crowd", "my_intro", "logo"})[row]);
+    }
     // A cleared stem previews "clip", with number and prefix still in front.
     rows->openEditor()->selectAll();
     QTest::keyClick(rows->openEditor(), Qt::Key_Backspace);
     EXPECT_EQ(cell(studio, 0, RenameDraftModel::StemColumn), "");
     EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "01_show_clip.mov");
-}
-
-TEST_F(RenameStudioSheet, PrefixSwitchAndRebuildRenameEveryRowAndDropHandEdits)
-{
-    addThree();
-    RenameStudioView *studio = open();
-    ASSERT_TRUE(studio);
-    QTest::keyClicks(studio->prefixField(), QStringLiteral("Gig"));
-    EXPECT_EQ(studio->studio().localPrefix(), "Gig");
-    QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
-    EXPECT_FALSE(studio->studio().localZeroPad());
-    EXPECT_EQ(previews(studio),
-              (QStringList{"1_gig_crowd.mov", "2_gig_intro_loop.mov", "3_gig_logo.png"}));
-    QLineEdit *field = editStem(studio, 0);
-    ASSERT_TRUE(field);
-    field->selectAll();
-    QTest::keyClicks(field, QStringLiteral("opener"));
-    EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "1_gig_opener.mov");
-    QTest::mouseClick(studio->resetButton(), Qt::LeftButton);
-    EXPECT_EQ(previews(studio),
-              (QStringList{"1_gig_crowd.mov", "2_gig_intro_loop.mov", "3_gig_logo.png"}));
-    if (QLineEdit *still = studio->rows()->openEditor()) {
-        EXPECT_EQ(still->text(), "crowd");
-    }
 }
 
 TEST_F(RenameStudioSheet, CloseEscapeAndTheCloseSymbolDiscardEveryEdit)
@@ -216,10 +188,7 @@ TEST_F(RenameStudioSheet, CloseEscapeAndTheCloseSymbolDiscardEveryEdit)
         EXPECT_EQ(studio->prefixField()->text(), "live");
         EXPECT_TRUE(studio->zeroPadSwitch()->isChecked());
         EXPECT_EQ(cell(studio, 0, RenameDraftModel::StemColumn), "crowd");
-        QLineEdit *field = editStem(studio, 0);
-        ASSERT_TRUE(field);
-        field->selectAll();
-        QTest::keyClicks(field, QStringLiteral("changed"));
+        typeStem(studio, 0, QStringLiteral("changed"));
         studio->prefixField()->setText(QStringLiteral("other"));
         QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
         close(studio);
@@ -232,17 +201,21 @@ TEST_F(RenameStudioSheet, CloseEscapeAndTheCloseSymbolDiscardEveryEdit)
     }
 }
 
-TEST_F(RenameStudioSheet, ApplyWritesNamesPrefixAndSwitchAndSkipsRemovedClips)
+TEST_F(RenameStudioSheet, PrefixSwitchRebuildAndApplyWriteNamesAndSkipRemovedClips)
 {
     addThree();
     RenameStudioView *studio = open();
     ASSERT_TRUE(studio);
+    // The prefix and the switch rename every row at once; rebuilding drops hand edits.
     QTest::keyClicks(studio->prefixField(), QStringLiteral("Gig"));
     QTest::mouseClick(studio->zeroPadSwitch(), Qt::LeftButton);
-    QLineEdit *field = editStem(studio, 1);
-    ASSERT_TRUE(field);
-    field->selectAll();
-    QTest::keyClicks(field, QStringLiteral("Big Encore"));
+    const QStringList rebuilt{"1_gig_crowd.mov", "2_gig_intro_loop.mov", "3_gig_logo.png"};
+    EXPECT_EQ(previews(studio), rebuilt);
+    typeStem(studio, 0, QStringLiteral("opener"));
+    EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "1_gig_opener.mov");
+    QTest::mouseClick(studio->resetButton(), Qt::LeftButton);
+    EXPECT_EQ(previews(studio), rebuilt);
+    typeStem(studio, 1, QStringLiteral("Big Encore"));
     QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
     ASSERT_TRUE(closed());
     EXPECT_FALSE(vm().showRenameStudio());
@@ -254,10 +227,7 @@ TEST_F(RenameStudioSheet, ApplyWritesNamesPrefixAndSwitchAndSkipsRemovedClips)
 
     studio = open();
     ASSERT_TRUE(studio);
-    field = editStem(studio, 2);
-    ASSERT_TRUE(field);
-    field->selectAll();
-    QTest::keyClicks(field, QStringLiteral("brand"));
+    typeStem(studio, 2, QStringLiteral("brand"));
     vm().remove(vm().clips()[1].id); // the session renames what is left: 1_gig_crowd, 2_gig_logo
     ASSERT_EQ(arenaNames(), (QStringList{"1_gig_crowd", "2_gig_logo"}));
     QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
@@ -339,14 +309,8 @@ class ConvertStudioSheet : public WindowTest
 protected:
     ConvertStudioView *open()
     {
-        window();
-        vm().setShowConvertStudio(true);
-        EXPECT_TRUE(waitUntil([this] { return window().convertSheet() != nullptr; }));
-        QDialog *sheet = window().convertSheet();
-        if (!sheet)
-            return nullptr;
-        EXPECT_TRUE(waitUntil([sheet] { return sheet->isVisible(); }));
-        return sheet->findChild<ConvertStudioView *>();
+        QDialog *sheet = openSheet(false);
+        return sheet ? sheet->findChild<ConvertStudioView *>() : nullptr;
     }
 
     // The studio on its own, with Resolume Alley looked for under `home`.
@@ -363,7 +327,7 @@ protected:
     // Three clips and an output folder the scripted chooser will answer with.
     void prepareConversion(std::chrono::milliseconds perClip)
     {
-        addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov"), QStringLiteral("c.mov")});
+        addClips({"a.mov", "b.mov", "c.mov"});
         m_conversion->setDelay(perClip);
         QDir().mkpath(path(QStringLiteral("out")));
         m_panels.folders.push_back(path(QStringLiteral("out")));
@@ -378,7 +342,6 @@ TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
     vm().setConvertOnlyProblems(true);
     ConvertStudioView *studio = open();
     ASSERT_TRUE(studio);
-    EXPECT_EQ(window().convertSheet()->size(), ConvertStudioView::kSheetSize);
     EXPECT_EQ(window().convertSheet()->windowTitle(), "Convert for Arena");
     const QStringList texts = labelTexts(studio);
     for (const char *text :
@@ -399,38 +362,11 @@ TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
         EXPECT_TRUE(texts.contains(QString::fromUtf8(text))) << text;
     }
     QStringList chips;
-    QList<bool> selected;
-    for (const FormatChip *chip : studio->formatChips()) {
+    for (const FormatChip *chip : studio->formatChips())
         chips.append(chip->text());
-        selected.append(chip->isSelected());
-    }
     EXPECT_EQ(chips,
               (QStringList{"Apple ProRes 422 (.mov)", "Apple ProRes 422 LT (.mov)", "H.264 (.mov)",
                            "HAP (.mov)", "HAP Alpha (.mov)", "HAP Q (.mov)"}));
-    EXPECT_EQ(selected, (QList<bool>{false, false, true, false, false, false}));
-    EXPECT_EQ(studio->formatChips()[2]->help(), QString());
-    EXPECT_EQ(studio->formatChips()[4]->help(),
-              "Keeps transparency, decoded on the GPU. Sizes crop to multiples of 4.");
-    EXPECT_FALSE(studio->stripAudioRow()->toggle()->isChecked());
-    EXPECT_TRUE(studio->evenDimensionsRow()->toggle()->isChecked());
-    EXPECT_TRUE(studio->onlyProblemsRow()->toggle()->isChecked());
-    EXPECT_TRUE(studio->autoBackupRow()->toggle()->isChecked());
-    EXPECT_EQ(studio->closeButton()->text(), "Close");
-    EXPECT_EQ(studio->convertButton()->text(), QString::fromUtf8("Convert pack…"));
-    // Nothing runs: no progress, no Cancel.
-    EXPECT_FALSE(studio->progressBar()->isVisible());
-    EXPECT_FALSE(studio->cancelButton()->isVisible());
-    EXPECT_FALSE(studio->progressText()->isVisible());
-
-    QTest::mouseClick(studio->closeButton(), Qt::LeftButton);
-    ASSERT_TRUE(waitUntil([this] { return window().convertSheet() == nullptr; }));
-    EXPECT_FALSE(vm().showConvertStudio());
-}
-
-TEST_F(ConvertStudioSheet, FormatChipsSetTheSessionsFormatAndFollowIt)
-{
-    ConvertStudioView *studio = open();
-    ASSERT_TRUE(studio);
     const auto selected = [studio] {
         QList<bool> out;
         for (const FormatChip *chip : studio->formatChips())
@@ -442,15 +378,32 @@ TEST_F(ConvertStudioSheet, FormatChipsSetTheSessionsFormatAndFollowIt)
         out[i] = true;
         return out;
     };
-    EXPECT_EQ(selected(), only(0));
-    for (int i : {1, 2, 5, 3, 4, 0}) {
+    EXPECT_EQ(selected(), only(2));
+    EXPECT_EQ(studio->formatChips()[2]->help(), QString());
+    EXPECT_EQ(studio->formatChips()[4]->help(),
+              "Keeps transparency, decoded on the GPU. Sizes crop to multiples of 4.");
+    EXPECT_FALSE(studio->stripAudioRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->evenDimensionsRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->onlyProblemsRow()->toggle()->isChecked());
+    EXPECT_TRUE(studio->autoBackupRow()->toggle()->isChecked());
+    EXPECT_EQ(studio->closeButton()->text(), "Close");
+    EXPECT_EQ(studio->convertButton()->text(), QString::fromUtf8("Convert pack…"));
+    // Nothing runs: no progress, no Cancel.
+    EXPECT_FALSE(studio->progressBar()->isVisible() || studio->cancelButton()->isVisible() ||
+                 studio->progressText()->isVisible());
+
+    // The chips set the session's format and follow it when it changes elsewhere (a project).
+    for (int i : {1, 0, 5, 3, 4, 2}) {
         QTest::mouseClick(studio->formatChips()[i], Qt::LeftButton);
         EXPECT_EQ(vm().convertFormat(), kAllConvertFormats[i]);
         EXPECT_EQ(selected(), only(i));
     }
-    // A change from elsewhere (a project file) shows at once.
-    vm().setConvertFormat(ArenaConvertFormat::h264);
-    EXPECT_EQ(selected(), only(2));
+    vm().setConvertFormat(ArenaConvertFormat::hapQ);
+    EXPECT_EQ(selected(), only(5));
+
+    QTest::mouseClick(studio->closeButton(), Qt::LeftButton);
+    ASSERT_TRUE(waitUntil([this] { return window().convertSheet() == nullptr; }));
+    EXPECT_FALSE(vm().showConvertStudio());
 }
 
 TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)
@@ -486,9 +439,6 @@ TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)
         row.setField(!before); // from elsewhere: the menu, a project file, the settings
         EXPECT_EQ(row.row->toggle()->isChecked(), !before);
     }
-    // The backup switch is a preference: it is in the store for the next start.
-    EXPECT_EQ(AppPreferences(m_settings).autoBackupBeforeConvert(),
-              m_preferences.autoBackupBeforeConvert());
 }
 
 TEST_F(ConvertStudioSheet, ConvertShowsProgressAndIsOffForAnEmptyPackAndWhileRunning)
@@ -508,8 +458,7 @@ TEST_F(ConvertStudioSheet, ConvertShowsProgressAndIsOffForAnEmptyPackAndWhileRun
     QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
     ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
     EXPECT_FALSE(studio->convertButton()->isEnabled());
-    EXPECT_TRUE(studio->progressBar()->isVisible());
-    EXPECT_TRUE(studio->progressText()->isVisible());
+    EXPECT_TRUE(studio->progressBar()->isVisible() && studio->progressText()->isVisible());
     EXPECT_TRUE(studio->cancelButton()->isVisible());
     EXPECT_EQ(studio->cancelButton()->text(), "Cancel");
     // Busy from the folder choice on: the room check and the backup come first.
@@ -525,8 +474,7 @@ TEST_F(ConvertStudioSheet, ConvertShowsProgressAndIsOffForAnEmptyPackAndWhileRun
     EXPECT_EQ(shown, (QStringList{"Converting 1/3: 01_a", "Converting 2/3: 02_b",
                                   "Converting 3/3: 03_c"}));
     // The bar and Cancel leave; the outcome stays readable here.
-    EXPECT_FALSE(studio->progressBar()->isVisible());
-    EXPECT_FALSE(studio->cancelButton()->isVisible());
+    EXPECT_FALSE(studio->progressBar()->isVisible() || studio->cancelButton()->isVisible());
     EXPECT_TRUE(studio->progressText()->isVisible());
     EXPECT_EQ(studio->progressText()->text(), "Converted 3 files");
     EXPECT_TRUE(studio->convertButton()->isEnabled());
@@ -561,28 +509,23 @@ TEST_F(ConvertStudioSheet, CancelStopsTheRunAndNoSecondClipStarts)
     QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
     ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
     ASSERT_TRUE(waitUntil([this] { return m_conversion->calls() == 1; }));
-    QElapsedTimer timer;
-    timer.start();
     QTest::mouseClick(studio->cancelButton(), Qt::LeftButton);
-    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }, 2000));
-    EXPECT_LT(timer.elapsed(), 1500); // at once, not after the clip's three seconds
-    EXPECT_EQ(vm().statusText(), "Cancelled");
+    // At once, not after the clip's three seconds.
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }, 1500));
     EXPECT_EQ(studio->progressText()->text(), "Cancelled");
     EXPECT_TRUE(studio->progressText()->isVisible());
-    EXPECT_FALSE(studio->cancelButton()->isVisible());
-    EXPECT_FALSE(studio->progressBar()->isVisible());
+    EXPECT_FALSE(studio->cancelButton()->isVisible() || studio->progressBar()->isVisible());
     EXPECT_TRUE(studio->convertButton()->isEnabled());
     // Nothing carries on in the background.
     QTest::qWait(400);
     EXPECT_EQ(m_conversion->calls(), 1);
-    EXPECT_FALSE(vm().isConverting());
     EXPECT_TRUE(m_desktop.revealed.isEmpty());
     EXPECT_EQ(vm().clips()[0].originalName, "a.mov"); // the pack still points at the sources
 }
 
 TEST_F(ConvertStudioSheet, AlleyCardOffersTheDownloadPageOrOpensEveryClipInAlley)
 {
-    addClips({QStringLiteral("a.mov"), QStringLiteral("b.mov")});
+    addClips({"a.mov", "b.mov"});
     QTemporaryDir home;
     ASSERT_FALSE(Alley::isResolumeAlleyInstalled(home.path()));
     auto without = standalone(home.path());
@@ -607,80 +550,4 @@ TEST_F(ConvertStudioSheet, AlleyCardOffersTheDownloadPageOrOpensEveryClipInAlley
     EXPECT_EQ(m_desktop.opened[0].first,
               (QStringList{vm().clips()[0].sourcePath(), vm().clips()[1].sourcePath()}));
     EXPECT_EQ(m_desktop.opened[0].second, app);
-}
-
-// Pictures of both studios in English and Japanese for a person to look at
-// (build/screenshots); each must hold more than a plain fill.
-class StudioScreenshots : public WindowTest
-{
-protected:
-    void save(QWidget *sheet, const QString &name)
-    {
-        QApplication::processEvents();
-        const QImage shot = sheet->grab().toImage();
-        const QString dir = QStringLiteral(CUEBOX_SCREENSHOT_DIR);
-        QDir().mkpath(dir);
-        const QString file = dir + u'/' + name + QStringLiteral(".png");
-        EXPECT_TRUE(shot.save(file));
-        QSet<QRgb> colours;
-        for (int y = 0; y < shot.height(); y += 5)
-            for (int x = 0; x < shot.width(); x += 5)
-                colours.insert(shot.pixel(x, y));
-        EXPECT_GT(colours.size(), 30) << file.toStdString();
-    }
-
-    template<typename View>
-    View *openSheet(bool rename)
-    {
-        rename ? vm().setShowRenameStudio(true) : vm().setShowConvertStudio(true);
-        const auto sheet = [this, rename] {
-            return rename ? window().renameSheet() : window().convertSheet();
-        };
-        EXPECT_TRUE(waitUntil([&] { return sheet() && sheet()->isVisible(); }));
-        return sheet() ? sheet()->template findChild<View *>() : nullptr;
-    }
-};
-
-TEST_F(StudioScreenshots, BothStudiosInEnglishAndJapanese)
-{
-    addClips({QStringLiteral("Intro Loop.mov"), QStringLiteral("Crowd Wide Shot.MOV"),
-              QStringLiteral("Drop - Lasers v2.mp4"), QStringLiteral("Sponsor Logo.png"),
-              QStringLiteral("Encore Fireworks Slowmo 4K Master Final.mov"),
-              QStringLiteral("outro.mov")});
-    vm().setShowPrefix(QStringLiteral("Concert"));
-    vm().renameAll();
-    window();
-    m_conversion->setDelay(std::chrono::milliseconds(2500));
-    QDir().mkpath(path(QStringLiteral("out")));
-    m_preferences.setAutoBackupBeforeConvert(false);
-    for (const QString suffix : {"", "_ja"}) {
-        if (!suffix.isEmpty())
-            m_localization.setLanguage(AppLanguage::japanese);
-        auto *rename = openSheet<RenameStudioView>(true);
-        ASSERT_TRUE(rename);
-        RenameRowsView *rows = rename->rows();
-        QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->stemFieldRect(2).center());
-        ASSERT_TRUE(waitUntil([rows] { return rows->openEditor() != nullptr; }));
-        rows->openEditor()->selectAll();
-        QTest::keyClicks(rows->openEditor(), QStringLiteral("Laser Drop"));
-        save(window().renameSheet(), "rename_studio" + suffix);
-        vm().setShowRenameStudio(false);
-        ASSERT_TRUE(waitUntil([this] { return window().renameSheet() == nullptr; }));
-
-        auto *convert = openSheet<ConvertStudioView>(false);
-        ASSERT_TRUE(convert);
-        m_panels.folders.push_back(path(QStringLiteral("out")));
-        QTest::mouseClick(convert->convertButton(), Qt::LeftButton);
-        ASSERT_TRUE(waitUntil([convert] { return convert->progressBar()->value() > 0; }));
-        save(window().convertSheet(), "convert_studio" + suffix);
-        // The lower cards, DXV3 hand-off included, as they scroll into view.
-        auto *scroll = convert->findChild<QScrollArea *>();
-        ASSERT_TRUE(scroll);
-        scroll->verticalScrollBar()->setValue(scroll->verticalScrollBar()->maximum());
-        save(window().convertSheet(), "convert_studio" + suffix + "_lower");
-        vm().cancelConversion();
-        ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
-        vm().setShowConvertStudio(false);
-        ASSERT_TRUE(waitUntil([this] { return window().convertSheet() == nullptr; }));
-    }
 }

@@ -5,7 +5,6 @@
 #include "ui/contentview.h"
 #include "ui/segmentbar.h"
 #include "ui/sidebar/panelparts.h"
-#include "ui/statusbadge.h"
 #include "ui/symbols.h"
 
 #include <QLabel>
@@ -38,70 +37,31 @@ TEST(StyleKit, SymbolsAreTinted)
     EXPECT_NEAR(centre.greenF(), AppTheme::fail.greenF(), 0.05);
 }
 
-TEST(StyleKit, SpringsSettleAtTheirTarget)
-{
-    for (auto spring :
-         {AppTheme::Spring::snappy, AppTheme::Spring::soft, AppTheme::Spring::luxury}) {
-        const QEasingCurve curve = AppTheme::springCurve(spring);
-        EXPECT_DOUBLE_EQ(curve.valueForProgress(0), 0);
-        EXPECT_DOUBLE_EQ(curve.valueForProgress(1), 1);
-        EXPECT_NEAR(curve.valueForProgress(0.98), 1, 0.01);
-        EXPECT_GT(AppTheme::springDurationMs(spring), 200);
-    }
-    // The luxurious spring is the bounciest: it overshoots its target on the way.
-    const QEasingCurve luxury = AppTheme::springCurve(AppTheme::Spring::luxury);
-    double peak = 0;
-    for (int i = 0; i <= 100; ++i)
-        peak = std::max(peak, luxury.valueForProgress(i / 100.0));
-    EXPECT_GT(peak, 1.0);
-}
-
 TEST(StyleKit, SegmentBarOfAnEmptyPackDrawsOnlyTheTrack)
 {
-    QImage empty(120, 7, QImage::Format_ARGB32_Premultiplied);
-    empty.fill(Qt::transparent);
-    {
-        QPainter p(&empty);
-        SegmentBar::paint(&p, QRectF(0, 0, 120, 7),
-                          {{0, AppTheme::ok}, {0, AppTheme::warn}, {0, AppTheme::fail}});
-    }
-    QImage track(120, 7, QImage::Format_ARGB32_Premultiplied);
-    track.fill(Qt::transparent);
-    {
-        QPainter p(&track);
-        SegmentBar::paint(&p, QRectF(0, 0, 120, 7), {});
-    }
-    EXPECT_EQ(empty, track);
-    QImage split(120, 7, QImage::Format_ARGB32_Premultiplied);
-    split.fill(Qt::transparent);
-    {
-        QPainter p(&split);
-        SegmentBar::paint(&p, QRectF(0, 0, 120, 7), {{1, AppTheme::ok}, {1, AppTheme::fail}});
-    }
+    const auto paint = [](const QList<SegmentBar::Segment> &segments) {
+        QImage image(120, 7, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter p(&image);
+        SegmentBar::paint(&p, QRectF(0, 0, 120, 7), segments);
+        p.end();
+        return image;
+    };
+    EXPECT_EQ(paint({{0, AppTheme::ok}, {0, AppTheme::warn}, {0, AppTheme::fail}}), paint({}));
     // Left half ok, right half fail, a gap between them.
+    const QImage split = paint({{1, AppTheme::ok}, {1, AppTheme::fail}});
     EXPECT_NEAR(split.pixelColor(20, 3).greenF(), AppTheme::ok.greenF(), 0.05);
     EXPECT_NEAR(split.pixelColor(100, 3).redF(), AppTheme::fail.redF(), 0.05);
 }
 
-TEST(StyleKit, OnlyOkAndWarnBadgesBreathe)
-{
-    EXPECT_TRUE(StatusBadgeLook::pulses(ClipHealth::ok));
-    EXPECT_TRUE(StatusBadgeLook::pulses(ClipHealth::warn));
-    EXPECT_FALSE(StatusBadgeLook::pulses(ClipHealth::fail));
-    EXPECT_FALSE(StatusBadgeLook::pulses(ClipHealth::unknown));
-    EXPECT_EQ(StatusBadgeLook::label(ClipHealth::warn, L10n()), u"WARN");
-}
-
-class Backdrop : public WindowTest
-{
-};
+using Backdrop = WindowTest;
 
 TEST_F(Backdrop, AnimatesOnlyWhileShownAndSkipsWhatCardsCover)
 {
     AmbientBackground *background = window().content()->background();
     EXPECT_TRUE(background->isAnimating());
     // The clip list's card covers most of the right side; frames leave it alone.
-    addClips({QStringLiteral("a.mov")});
+    addClips({"a.mov"});
     QApplication::processEvents();
     const QRegion exposed = background->exposedRegion();
     const QRegion all(background->rect());

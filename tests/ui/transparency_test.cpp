@@ -20,8 +20,7 @@ protected:
         logo.hasAlpha = true;
         m_probe->setVideo(QStringLiteral("logo.mov"), logo);
         m_probe->setVideo(QStringLiteral("sting.mov"), logo);
-        addClips(
-            {QStringLiteral("logo.mov"), QStringLiteral("plain.mov"), QStringLiteral("sting.mov")});
+        addClips({"logo.mov", "plain.mov", "sting.mov"});
     }
 };
 

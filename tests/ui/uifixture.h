@@ -7,6 +7,7 @@
 #include "ui/uicontext.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QPainter>
 
 #include <memory>
@@ -56,6 +57,28 @@ protected:
             urls.append(url(touch(name)));
         vm().handleDrop(urls);
         ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
+    }
+
+    // `name` probes as a movie with one AAC audio track (a warning).
+    void withAudio(const QString &name)
+    {
+        VideoFacts facts = FakeProbe::defaultVideo();
+        facts.audioTrackCount = 1;
+        facts.audioCodecCode = FakeProbe::code("aac ");
+        m_probe->setVideo(name, facts);
+    }
+
+    // Opens the rename or the convert studio from the session's flag, as the menu and the
+    // sidebar do, and waits until its sheet is on screen.
+    QDialog *openSheet(bool rename)
+    {
+        window();
+        rename ? vm().setShowRenameStudio(true) : vm().setShowConvertStudio(true);
+        const auto sheet = [this, rename] {
+            return rename ? window().renameSheet() : window().convertSheet();
+        };
+        EXPECT_TRUE(waitUntil([&] { return sheet() && sheet()->isVisible(); }));
+        return sheet();
     }
 
     void TearDown() override
