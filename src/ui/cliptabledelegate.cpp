@@ -3,7 +3,9 @@
 #include "apptheme.h"
 #include "cliptablemodel.h"
 #include "clipthumbs.h"
+#include "model/arenanamer.h"
 #include "statusbadge.h"
+#include "studios/renamerowsview.h"
 #include "symbols.h"
 
 #include <QLineEdit>
@@ -246,7 +248,15 @@ QWidget *ClipTableDelegate::createEditor(QWidget *parent, const QStyleOptionView
             return; // the clip left the pack while its name was being typed: drop the edit
         auto *model = const_cast<QAbstractItemModel *>(persistent.model());
         model->setData(persistent, typed, Qt::EditRole);
-        setEditorData(editor, persistent);
+        // As in the rename studio: a word break just typed stays as a pending "_", or "Big
+        // Drop" typed key by key would lose its space before the "D" arrives.
+        const QString shown =
+            RenameRowDelegate::shownWhileTyping(typed, persistent.data(Qt::EditRole).toString());
+        if (shown == typed)
+            return;
+        const int fromEnd = static_cast<int>(typed.size()) - editor->cursorPosition();
+        editor->setText(shown);
+        editor->setCursorPosition(std::max(0, static_cast<int>(shown.size()) - fromEnd));
     });
     return editor;
 }
@@ -257,12 +267,11 @@ void ClipTableDelegate::setEditorData(QWidget *editor, const QModelIndex &index)
     if (!field)
         return;
     const QString stored = index.data(Qt::EditRole).toString();
-    if (field->text() == stored)
+    // A field that already stands for the stored name (perhaps with a pending "_") stays as
+    // typed.
+    if (!field->text().isEmpty() && ArenaNamer::sanitize(field->text()) == stored)
         return;
-    // Keep the caret where the user was typing, less whatever the sanitizer took out before it.
-    const int fromEnd = static_cast<int>(field->text().size()) - field->cursorPosition();
     field->setText(stored);
-    field->setCursorPosition(std::max(0, static_cast<int>(stored.size()) - fromEnd));
 }
 
 void ClipTableDelegate::setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const
