@@ -1,7 +1,6 @@
 #include "sessionfixture.h"
 
 #include <QCoroTask>
-#include <QDirIterator>
 #include <QFileInfo>
 
 namespace {
@@ -27,18 +26,8 @@ protected:
         QDir().mkpath(path("out"));
         m_before = sources();
     }
-    // Bytes and times of the original files: a conversion never touches them.
-    QMap<QString, QPair<QByteArray, QDateTime>> sources()
-    {
-        QMap<QString, QPair<QByteArray, QDateTime>> out;
-        QDirIterator it(path("show"), QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            QFile file(it.next());
-            file.open(QIODevice::ReadOnly);
-            out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
-        }
-        return out;
-    }
+    // The original files: a conversion never touches them.
+    QMap<QString, QPair<QByteArray, QDateTime>> sources() { return folderSnapshot(path("show")); }
     QStringList folderNames(const QString &relative)
     {
         return QDir(path(relative)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
