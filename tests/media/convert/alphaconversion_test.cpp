@@ -67,8 +67,9 @@ TEST(AlphaConversion, ProResAndHapBecomeTheirTransparentKind)
         const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
         EXPECT_EQ(video[u"codec_tag_string"].toString(), row.tag);
         EXPECT_EQ(video[u"pix_fmt"].toString(), row.pixelFormat);
-        if (row.alpha)
+        if (row.alpha) {
             EXPECT_TRUE(leftClearRightSolid(alphaPlane(*result)));
+        }
         EXPECT_TRUE(decodesCleanly(*result));
         // Still "Transparent", or not.
         EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).hasAlpha, row.alpha);
