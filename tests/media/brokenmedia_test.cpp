@@ -124,15 +124,10 @@ TEST(BrokenMedia, GarbageNamedPngIsImageUnreadable)
     EXPECT_EQ(kinds(inspect(cut)), QList<IssueKind>{IssueKind::imageUnreadable});
 }
 
-TEST(BrokenMedia, AudioOnlyMovieIsNoVideoWithAudio)
+// Its codes, duration and missing picture are in ffmpegprobe_test's table.
+TEST(BrokenMedia, AudioOnlyMovieIsNoVideo)
 {
-    const MediaClip clip = inspect(path("audio_only.mov"));
-    EXPECT_EQ(kinds(clip).first(), IssueKind::noVideo);
-    EXPECT_FALSE(kinds(clip).contains(IssueKind::readError));
-    EXPECT_TRUE(clip.hasAudio);
-    EXPECT_EQ(clip.audioCodec, "aac");
-    EXPECT_FALSE(clip.width || clip.videoCodec || clip.frameRate);
-    EXPECT_NEAR(clip.duration.value_or(-1), 1.0, 0.001);
+    EXPECT_EQ(kinds(inspect(path("audio_only.mov"))).first(), IssueKind::noVideo);
 }
 
 TEST(BrokenMedia, ColonInFileNameIsNotAProtocol)

@@ -149,10 +149,6 @@ TEST(FfmpegProbe, StillsReportTheirStoredSize)
         EXPECT_EQ(clip.width, row.width);
         EXPECT_EQ(clip.duration, 0.0);
     }
-    const MediaClip odd = MediaInspector::inspect(path("still_1921.png"), {}, probe);
-    EXPECT_EQ(odd.videoCodec, "PNG");
-    EXPECT_TRUE(std::any_of(odd.issues.begin(), odd.issues.end(),
-                            [](const ClipIssue &i) { return i.kind == IssueKind::oddSize; }));
 }
 
 } // namespace

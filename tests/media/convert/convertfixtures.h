@@ -71,6 +71,12 @@ inline QList<QJsonObject> streams(const QJsonObject &report, QStringView type)
     return found;
 }
 
+// ffprobe states numbers as text.
+inline double number(const QJsonObject &object, const char *key)
+{
+    return object.value(QLatin1String(key)).toString().toDouble();
+}
+
 // The presentation times of a track's packets, in seconds, sorted.
 inline QList<double> packetTimes(const QString &file, const QString &selector)
 {

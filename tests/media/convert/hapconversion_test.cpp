@@ -20,11 +20,6 @@ ConvertResult convertTo(const QString &fixture, const QString &folder, ArenaConv
     return result;
 }
 
-double number(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString().toDouble();
-}
-
 } // namespace
 
 TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)

@@ -39,11 +39,6 @@ protected:
     QTemporaryDir m_folder;
 };
 
-double number(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString().toDouble();
-}
-
 // The first frame as ffmpeg decodes it to raw pixels, after `filter`.
 QByteArray firstFrame(const QString &file, const QString &filter, const QString &pixelFormat)
 {
