@@ -21,10 +21,7 @@ inline QString path(const QString &name)
 inline QJsonObject ffprobe(const QString &file)
 {
     QProcess process;
-    process.start(QStringLiteral("ffprobe"),
-                  {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"),
-                   QStringLiteral("json"), QStringLiteral("-show_format"),
-                   QStringLiteral("-show_streams"), file});
+    process.start("ffprobe", {"-v", "error", "-of", "json", "-show_format", "-show_streams", file});
     if (!process.waitForFinished(20'000) || process.exitCode() != 0)
         return {};
     return QJsonDocument::fromJson(process.readAllStandardOutput()).object();

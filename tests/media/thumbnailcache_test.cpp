@@ -75,26 +75,27 @@ QString makeFile(const QTemporaryDir &dir, const QString &name, const QByteArray
 {
     const QString file = dir.filePath(name);
     QFile f(file);
-    f.open(QIODevice::WriteOnly);
-    f.write(bytes);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
     return file;
+}
+
+bool setModified(const QString &file, const QDateTime &time)
+{
+    QFile f(file);
+    return f.open(QIODevice::ReadWrite) && f.setFileTime(time, QFileDevice::FileModificationTime);
 }
 
 TEST(ThumbnailCache, KeyIsPathModificationTimeAndSize)
 {
     QTemporaryDir dir;
     const QString file = makeFile(dir, "a.mov", QByteArray(1234, 'x'));
-    QFile f(file);
-    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(f.setFileTime(QDateTime::fromMSecsSinceEpoch(1'700'000'000'500, Qt::UTC),
-                              QFileDevice::FileModificationTime));
-    f.close();
+    ASSERT_TRUE(setModified(file, QDateTime::fromMSecsSinceEpoch(1'700'000'000'500, Qt::UTC)));
     EXPECT_EQ(ThumbnailCache::cacheKey(file), file + "|1700000000.5|1234");
     EXPECT_EQ(ThumbnailCache::cacheKey(dir.filePath("gone.mov")),
               dir.filePath("gone.mov") + "|0.0|0");
 }
 
-TEST(ThumbnailCache, TwoRequestsForOneFileMakeOneLoad)
+TEST(ThumbnailCache, TwoRequestsForOneFileMakeOneLoadAndATouchedFileANewOne)
 {
     CountingGenerator counting;
     counting.hold();
@@ -118,28 +119,11 @@ TEST(ThumbnailCache, TwoRequestsForOneFileMakeOneLoad)
     QTest::qWait(50);
     EXPECT_EQ(counting.state->calls, 1);
     EXPECT_FALSE(cache.isLoading(key));
-}
 
-TEST(ThumbnailCache, TouchedFileGetsANewKeyAndANewLoad)
-{
-    CountingGenerator counting;
-    ThumbnailCache cache(counting.generator());
-    QSignalSpy ready(&cache, &ThumbnailCache::thumbnailReady);
-    QTemporaryDir dir;
-    const QString file = makeFile(dir, "clip.mov", "movie");
-    const QString before = ThumbnailCache::cacheKey(file);
-    cache.request(file);
-    ASSERT_TRUE(ready.wait(10'000));
-
-    QFile f(file);
-    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(f.setFileTime(QDateTime::currentDateTimeUtc().addSecs(60),
-                              QFileDevice::FileModificationTime));
-    f.close();
+    ASSERT_TRUE(setModified(file, QDateTime::currentDateTimeUtc().addSecs(60)));
     const QString after = ThumbnailCache::cacheKey(file);
-    EXPECT_NE(after, before);
+    EXPECT_NE(after, key);
     EXPECT_TRUE(cache.image(file).isNull()); // the stored picture is of the old version
-
     cache.request(file);
     ASSERT_TRUE(ready.wait(10'000));
     EXPECT_EQ(counting.state->calls, 2);
@@ -218,19 +202,23 @@ TEST(ThumbnailCache, LeastRecentlyUsedGoesFirst)
     EXPECT_EQ(counting.state->calls, 5);
 }
 
-TEST(ThumbnailCache, LoadsRunOnTheirOwnBoundedPool)
+// Loads run on their own pool of kLoadThreads, below the window's priority.
+TEST(ThumbnailCache, LoadsRunOnTheirOwnBoundedPoolBelowTheWindowsPriority)
 {
     std::atomic<int> running{0};
     std::atomic<int> most{0};
+    std::atomic<int> loaderNice{-100};
     ThumbnailCache cache([&](const QString &, std::stop_token) {
         const int now = ++running;
         int seen = most.load();
         while (now > seen && !most.compare_exchange_weak(seen, now)) {
         }
+        loaderNice = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
         QThread::msleep(20);
         --running;
         return QImage(8, 8, QImage::Format_ARGB32);
     });
+    const int mine = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
     QStringList keys;
     for (int i = 0; i < 12; ++i) {
         cache.request(QStringLiteral("/pool/%1.mov").arg(i));
@@ -238,6 +226,8 @@ TEST(ThumbnailCache, LoadsRunOnTheirOwnBoundedPool)
     }
     ASSERT_TRUE(settle(cache, keys));
     EXPECT_EQ(most.load(), ThumbnailCache::kLoadThreads);
+    EXPECT_EQ(loaderNice.load(), std::max(mine, ThumbnailCache::kLoaderNiceness));
+    EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), mine); // ours unchanged
 }
 
 TEST(ThumbnailCache, WaitingLoadsRunNewestFirst)
@@ -285,21 +275,6 @@ TEST(ThumbnailCache, WaitingLoadsRunNewestFirst)
               QStringList({"/rows/e.mov", "/rows/d.mov", "/rows/c.mov"}));
     EXPECT_FALSE(cache.imageForKey(keys.last()).isNull());
     EXPECT_TRUE(cache.image("/rows/e.mov").isNull()); // its real key differs: the file is gone
-}
-
-TEST(ThumbnailCache, LoadsRunBelowTheWindowsPriority)
-{
-    std::atomic<int> loaderNice{-100};
-    ThumbnailCache cache([&](const QString &, std::stop_token) {
-        errno = 0;
-        loaderNice = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
-        return QImage(8, 8, QImage::Format_ARGB32);
-    });
-    const int mine = getpriority(PRIO_PROCESS, static_cast<id_t>(gettid()));
-    cache.request(QStringLiteral("/nice/a.mov"));
-    ASSERT_TRUE(settle(cache, {ThumbnailCache::cacheKey(QStringLiteral("/nice/a.mov"))}));
-    EXPECT_EQ(loaderNice.load(), std::max(mine, ThumbnailCache::kLoaderNiceness));
-    EXPECT_EQ(getpriority(PRIO_PROCESS, static_cast<id_t>(gettid())), mine); // ours unchanged
 }
 
 TEST(ThumbnailCache, GoingAwayDuringLoadsDoesNotWaitForThem)

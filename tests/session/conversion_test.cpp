@@ -1,7 +1,6 @@
 #include "sessionfixture.h"
 
 #include <QCoroTask>
-#include <QDirIterator>
 #include <QFileInfo>
 
 namespace {
@@ -27,18 +26,8 @@ protected:
         QDir().mkpath(path("out"));
         m_before = sources();
     }
-    // Bytes and times of the original files: a conversion never touches them.
-    QMap<QString, QPair<QByteArray, QDateTime>> sources()
-    {
-        QMap<QString, QPair<QByteArray, QDateTime>> out;
-        QDirIterator it(path("show"), QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            QFile file(it.next());
-            file.open(QIODevice::ReadOnly);
-            out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
-        }
-        return out;
-    }
+    // The original files: a conversion never touches them.
+    QMap<QString, QPair<QByteArray, QDateTime>> sources() { return folderSnapshot(path("show")); }
     QStringList folderNames(const QString &relative)
     {
         return QDir(path(relative)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
@@ -48,11 +37,8 @@ protected:
 
 } // namespace
 
-TEST_F(Conversion, OnlyProblemsConvertsWarnAndFailClipsWithBackupAndProgress)
+TEST_F(Conversion, OnlyProblemsConvertsWarnAndFailClipsWithBackup)
 {
-    QList<double> progress{vm().convertProgress()};
-    QObject::connect(&vm(), &PackViewModel::convertProgressChanged,
-                     [&] { progress.append(vm().convertProgress()); });
     const QList<MediaClip> before = vm().clips();
     m_panels.folders.push_back(path("out"));
     QCoro::waitFor(vm().convertPack(true));
@@ -84,12 +70,6 @@ TEST_F(Conversion, OnlyProblemsConvertsWarnAndFailClipsWithBackupAndProgress)
     EXPECT_TRUE(odd.issues.isEmpty()); // the even crop cleared the odd-size finding
     EXPECT_FALSE(m_conversion->options().front().format != ArenaConvertFormat::proRes422);
     EXPECT_TRUE(m_conversion->options().front().dropAudio);
-
-    ASSERT_GE(progress.size(), 3);
-    EXPECT_DOUBLE_EQ(progress.front(), 0.0);
-    EXPECT_DOUBLE_EQ(progress.back(), 1.0);
-    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
-    EXPECT_TRUE(progress.contains(0.5)); // one of two clips done
     EXPECT_EQ(sources(), m_before);
     EXPECT_FALSE(vm().isConverting());
 }
@@ -112,6 +92,7 @@ TEST_F(Conversion, ProgressOfThreeClipsAndBackupNamesThatCollide)
             milestones.append(p);
     }
     EXPECT_EQ(milestones, (QList<double>{0.0, 0.25, 0.5, 0.75, 1.0}));
+    EXPECT_TRUE(std::is_sorted(progress.begin(), progress.end()));
     for (auto it = m_before.cbegin(); it != m_before.cend(); ++it)
         EXPECT_EQ(sources().value(it.key()), it.value());
 }

@@ -87,14 +87,9 @@ TEST(PreShowChecklist, MixedPackBeforeAndAfterExport)
     EXPECT_FALSE(warnOnly.items[2].ok); // a backup alone does not make videos Arena-ready
 }
 
-TEST(PreShowChecklist, DxvIsJudgedOnTheUpperCasedCodec)
+// Upper- and lower-case DXV and HAP codes are judged in gpufamily_test.
+TEST(PreShowChecklist, StillsAreNeitherVideosNorAudio)
 {
-    const QList<MediaClip> clips{video("dxv3"), video("DXD3"), still()};
-    const PreShowChecklist list = PreShowChecklist::build(clips, kNone, kNone);
-    EXPECT_TRUE(list.items[2].ok);
-    EXPECT_EQ(list.items[2].detailKey, "checklist.dxv.ok");
-    EXPECT_EQ(list.items[2].count, 2);
-
     const PreShowChecklist stills = PreShowChecklist::build({still(), still()}, kNone, kNone);
     EXPECT_EQ(stills.items[2].detailKey, "checklist.dxv.none");
     EXPECT_EQ(stills.items[2].count, 0);

@@ -4,7 +4,6 @@
 #include "media/ffmpeg/ffmpegprobe.h"
 
 #include <QCoroTask>
-#include <QDirIterator>
 
 namespace {
 
@@ -17,48 +16,35 @@ protected:
     {
         return std::make_shared<FfmpegProbe>();
     }
-    PackViewModel &session() { return vm(); }
-    static QMap<QString, QPair<QByteArray, QDateTime>> sources()
-    {
-        QMap<QString, QPair<QByteArray, QDateTime>> out;
-        QDirIterator it(kShow, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            QFile file(it.next());
-            file.open(QIODevice::ReadOnly);
-            out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
-        }
-        return out;
-    }
 };
 
 } // namespace
 
 TEST_F(RealMedia, IngestJudgesExportsAndReloadsWithoutTouchingSources)
 {
-    const auto before = sources();
-    QCoro::waitFor(session().ingest({url(kShow)}));
-    ASSERT_EQ(session().clips().size(), 4);
+    const auto before = folderSnapshot(kShow);
+    QCoro::waitFor(vm().ingest({url(kShow)}));
+    ASSERT_EQ(vm().clips().size(), 4);
     QStringList names;
     QList<ClipHealth> healths;
-    for (const MediaClip &clip : session().clips()) {
+    for (const MediaClip &clip : vm().clips()) {
         names.append(clip.arenaName);
         healths.append(clip.health());
     }
     EXPECT_EQ(names, (QStringList{"01_band_intro", "02_logo", "03_notes", "04_opening"}));
     EXPECT_EQ(healths, (QList<ClipHealth>{ClipHealth::warn, ClipHealth::ok, ClipHealth::fail,
                                           ClipHealth::ok}));
-    const MediaClip &band = session().clips()[0];
+    const MediaClip &band = vm().clips()[0];
     EXPECT_EQ(band.resolutionLabel(), "1920×1080");
     EXPECT_EQ(band.videoCodec, "avc1");
     EXPECT_EQ(band.audioCodec, "aac");
-    EXPECT_EQ(session().clipsWithAudioCount(), 1);
+    EXPECT_EQ(vm().clipsWithAudioCount(), 1);
 
     QDir().mkpath(path("out"));
     m_panels.folders.push_back(path("out"));
-    QCoro::waitFor(session().exportPack());
-    ASSERT_EQ(session().status().kind(), PackStatus::Kind::saved)
-        << session().statusText().toStdString();
-    const QString pack = session().lastExportURL()->toLocalFile();
+    QCoro::waitFor(vm().exportPack());
+    ASSERT_EQ(vm().status().kind(), PackStatus::Kind::saved) << vm().statusText().toStdString();
+    const QString pack = vm().lastExportURL()->toLocalFile();
     EXPECT_EQ(QDir(pack + "/media").entryList(QDir::Files),
               (QStringList{"01_band_intro.MP4", "02_logo.png", "03_notes.mov", "04_opening.mov"}));
     QFile copy(pack + "/media/04_opening.mov");
@@ -66,15 +52,15 @@ TEST_F(RealMedia, IngestJudgesExportsAndReloadsWithoutTouchingSources)
     EXPECT_EQ(copy.readAll(), before.value(kShow + "/Opening.mov").first);
 
     m_panels.files.push_back(path("show.cuebox.json"));
-    session().saveProject();
-    const QList<MediaClip> saved = session().clips();
+    vm().saveProject();
+    const QList<MediaClip> saved = vm().clips();
     m_vm.reset();
-    QCoro::waitFor(session().loadProject(path("show.cuebox.json")));
-    EXPECT_EQ(session().status(), PackStatus::ready(4));
+    QCoro::waitFor(vm().loadProject(path("show.cuebox.json")));
+    EXPECT_EQ(vm().status(), PackStatus::ready(4));
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(session().clips()[i].id, saved[i].id);
-        EXPECT_EQ(session().clips()[i].health(), saved[i].health());
-        EXPECT_EQ(session().clips()[i].width, saved[i].width);
+        EXPECT_EQ(vm().clips()[i].id, saved[i].id);
+        EXPECT_EQ(vm().clips()[i].health(), saved[i].health());
+        EXPECT_EQ(vm().clips()[i].width, saved[i].width);
     }
-    EXPECT_EQ(sources(), before);
+    EXPECT_EQ(folderSnapshot(kShow), before);
 }

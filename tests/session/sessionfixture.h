@@ -12,6 +12,7 @@
 #include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -31,6 +32,19 @@ inline bool waitUntil(const std::function<bool()> &done, int timeoutMs = 10000)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
     return true;
+}
+
+// Bytes and modification time of every file below `folder`: an operation must leave sources so.
+inline QMap<QString, QPair<QByteArray, QDateTime>> folderSnapshot(const QString &folder)
+{
+    QMap<QString, QPair<QByteArray, QDateTime>> out;
+    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile file(it.next());
+        file.open(QIODevice::ReadOnly);
+        out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
+    }
+    return out;
 }
 
 // Panels answered from a script, in order; an empty answer means the user cancelled.
@@ -117,7 +131,7 @@ protected:
         if (!m_vm) {
             PackViewModel::Services services;
             services.probe = probeForSession();
-            services.conversion = m_conversion;
+            services.conversion = conversionForSession();
             services.panels = &m_panels;
             services.desktop = &m_desktop;
             services.localization = &m_localization;
@@ -137,6 +151,7 @@ protected:
     }
 
     virtual std::shared_ptr<const MediaProbe> probeForSession() { return m_probe; }
+    virtual std::shared_ptr<const MediaConversion> conversionForSession() { return m_conversion; }
 
     QString path(const QString &relative) const { return m_dir.filePath(relative); }
     // Distinct sizes by default, so that files never match as duplicates by accident.

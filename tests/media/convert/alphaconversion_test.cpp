@@ -17,12 +17,9 @@ constexpr int kHeight = 72;
 // The first picture's alpha plane as ffmpeg decodes it, one byte a pixel.
 QByteArray alphaPlane(const QString &file)
 {
-    const Run decoded = run(QStringLiteral("ffmpeg"),
-                            {QStringLiteral("-nostdin"), QStringLiteral("-v"),
-                             QStringLiteral("error"), QStringLiteral("-i"), file,
-                             QStringLiteral("-vf"), QStringLiteral("alphaextract,format=gray"),
-                             QStringLiteral("-frames:v"), QStringLiteral("1"), QStringLiteral("-f"),
-                             QStringLiteral("rawvideo"), QStringLiteral("-")});
+    const Run decoded =
+        run("ffmpeg", {"-nostdin", "-v", "error", "-i", file, "-vf", "alphaextract,format=gray",
+                       "-frames:v", "1", "-f", "rawvideo", "-"});
     EXPECT_TRUE(decoded.err.isEmpty()) << decoded.err.toStdString();
     return decoded.out;
 }
@@ -44,69 +41,49 @@ QByteArray alphaPlane(const QString &file)
 
 } // namespace
 
+// ProRes and HAP become their transparent kind; an opaque source stays ProRes 422 and H.264
+// drops the alpha.
 TEST(AlphaConversion, ProResAndHapBecomeTheirTransparentKind)
-{
-    const struct {
-        ArenaConvertFormat chosen;
-        const char *tag;
-        const char *pixelFormat;
-    } rows[] = {{ArenaConvertFormat::proRes422, "ap4h", "yuva444p12le"},
-                {ArenaConvertFormat::proRes422LT, "ap4h", "yuva444p12le"},
-                {ArenaConvertFormat::hap, "Hap5", "rgba"},
-                {ArenaConvertFormat::hapQ, "Hap5", "rgba"}};
-    for (const auto &row : rows) {
-        SCOPED_TRACE(row.tag + (u' ' + rawValue(row.chosen)).toStdString());
-        QTemporaryDir folder;
-        const ConvertResult result = MediaConverter::convertVideo(
-            clipFor(path(QStringLiteral("alpha_prores.mov")), QStringLiteral("logo")),
-            folder.path(), ConvertOptions{row.chosen, false, false}, {}, {});
-        ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
-        EXPECT_EQ(video.value(QStringLiteral("codec_tag_string")).toString(),
-                  QLatin1String(row.tag));
-        EXPECT_EQ(video.value(QStringLiteral("pix_fmt")).toString(),
-                  QLatin1String(row.pixelFormat));
-        EXPECT_TRUE(leftClearRightSolid(alphaPlane(*result)));
-        EXPECT_TRUE(decodesCleanly(*result));
-        EXPECT_TRUE(FfmpegProbe().probeVideo(*result, {}).hasAlpha); // still "Transparent"
-    }
-}
-
-TEST(AlphaConversion, OpaqueSourceStaysProRes422AndH264DropsAlpha)
 {
     const struct {
         const char *source;
         ArenaConvertFormat chosen;
         const char *tag;
-    } rows[] = {{"opaque4444.mov", ArenaConvertFormat::proRes422, "apcn"},
-                {"alpha_prores.mov", ArenaConvertFormat::h264, "avc1"}};
+        const char *pixelFormat;
+        bool alpha;
+    } rows[] = {{"alpha_prores.mov", ArenaConvertFormat::proRes422, "ap4h", "yuva444p12le", true},
+                {"alpha_prores.mov", ArenaConvertFormat::proRes422LT, "ap4h", "yuva444p12le", true},
+                {"alpha_prores.mov", ArenaConvertFormat::hap, "Hap5", "rgba", true},
+                {"alpha_prores.mov", ArenaConvertFormat::hapQ, "Hap5", "rgba", true},
+                {"opaque4444.mov", ArenaConvertFormat::proRes422, "apcn", "yuv422p10le", false},
+                {"alpha_prores.mov", ArenaConvertFormat::h264, "avc1", "yuv420p", false}};
     for (const auto &row : rows) {
-        SCOPED_TRACE(row.source);
+        SCOPED_TRACE(row.source + (u' ' + rawValue(row.chosen)).toStdString());
         QTemporaryDir folder;
-        const ConvertResult result = MediaConverter::convertVideo(
-            clipFor(path(QLatin1String(row.source)), QStringLiteral("clip")), folder.path(),
-            ConvertOptions{row.chosen, false, false}, {}, {});
+        const ConvertResult result =
+            MediaConverter::convertVideo(clipFor(path(row.source), "logo"), folder.path(),
+                                         ConvertOptions{row.chosen, false, false}, {}, {});
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        EXPECT_EQ(streams(ffprobe(*result), QStringLiteral("video"))
-                      .value(0)
-                      .value(QStringLiteral("codec_tag_string"))
-                      .toString(),
-                  QLatin1String(row.tag));
+        const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
+        EXPECT_EQ(video[u"codec_tag_string"].toString(), row.tag);
+        EXPECT_EQ(video[u"pix_fmt"].toString(), row.pixelFormat);
+        if (row.alpha) {
+            EXPECT_TRUE(leftClearRightSolid(alphaPlane(*result)));
+        }
+        EXPECT_TRUE(decodesCleanly(*result));
+        // Still "Transparent", or not.
+        EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).hasAlpha, row.alpha);
     }
 }
 
 TEST(AlphaConversion, PngWithAlphaStaysRgbaWithTheSameAlpha)
 {
     QTemporaryDir folder;
-    const QString source = path(QStringLiteral("alpha.png"));
-    const ConvertResult result = MediaConverter::convertImage(
-        clipFor(source, QStringLiteral("logo")), folder.path(), true, {});
+    const QString source = path("alpha.png");
+    const ConvertResult result =
+        MediaConverter::convertImage(clipFor(source, "logo"), folder.path(), true, {});
     ASSERT_TRUE(result) << result.error().description().toStdString();
-    EXPECT_EQ(streams(ffprobe(*result), QStringLiteral("video"))
-                  .value(0)
-                  .value(QStringLiteral("pix_fmt"))
-                  .toString(),
-              QStringLiteral("rgba"));
+    EXPECT_EQ(streams(ffprobe(*result), u"video").value(0)[u"pix_fmt"].toString(), "rgba");
     const QImage before = QImage(source).convertToFormat(QImage::Format_Alpha8);
     const QImage after = QImage(*result).convertToFormat(QImage::Format_Alpha8);
     ASSERT_EQ(after.size(), before.size());

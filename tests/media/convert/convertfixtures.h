@@ -54,33 +54,34 @@ inline Run run(const QString &program, const QStringList &arguments)
 // ffprobe's report of a file: {"format": {...}, "streams": [...]}; empty when it fails.
 inline QJsonObject ffprobe(const QString &file)
 {
-    const Run probed = run(QStringLiteral("ffprobe"),
-                           {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"),
-                            QStringLiteral("json"), QStringLiteral("-show_format"),
-                            QStringLiteral("-show_streams"), file});
+    const Run probed =
+        run("ffprobe", {"-v", "error", "-of", "json", "-show_format", "-show_streams", file});
     if (probed.exitCode != 0)
         return {};
     return QJsonDocument::fromJson(probed.out).object();
 }
 
-inline QList<QJsonObject> streams(const QJsonObject &report, const QString &type)
+inline QList<QJsonObject> streams(const QJsonObject &report, QStringView type)
 {
     QList<QJsonObject> found;
-    for (const QJsonValue &stream : report.value(QStringLiteral("streams")).toArray()) {
-        if (stream.toObject().value(QStringLiteral("codec_type")).toString() == type)
+    for (const QJsonValue &stream : report[u"streams"].toArray()) {
+        if (stream[u"codec_type"].toString() == type)
             found.append(stream.toObject());
     }
     return found;
 }
 
+// ffprobe states numbers as text.
+inline double number(const QJsonObject &object, const char *key)
+{
+    return object.value(QLatin1String(key)).toString().toDouble();
+}
+
 // The presentation times of a track's packets, in seconds, sorted.
 inline QList<double> packetTimes(const QString &file, const QString &selector)
 {
-    const Run probed =
-        run(QStringLiteral("ffprobe"),
-            {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-select_streams"),
-             selector, QStringLiteral("-show_entries"), QStringLiteral("packet=pts_time"),
-             QStringLiteral("-of"), QStringLiteral("csv=p=0"), file});
+    const Run probed = run("ffprobe", {"-v", "error", "-select_streams", selector, "-show_entries",
+                                       "packet=pts_time", "-of", "csv=p=0", file});
     QList<double> times;
     for (const QByteArray &line : probed.out.split('\n')) {
         if (!line.trimmed().isEmpty())
@@ -93,10 +94,7 @@ inline QList<double> packetTimes(const QString &file, const QString &selector)
 // FFmpeg decodes every stream of the file to its end without a single complaint.
 inline ::testing::AssertionResult decodesCleanly(const QString &file)
 {
-    const Run decoded = run(QStringLiteral("ffmpeg"),
-                            {QStringLiteral("-nostdin"), QStringLiteral("-v"),
-                             QStringLiteral("error"), QStringLiteral("-i"), file,
-                             QStringLiteral("-f"), QStringLiteral("null"), QStringLiteral("-")});
+    const Run decoded = run("ffmpeg", {"-nostdin", "-v", "error", "-i", file, "-f", "null", "-"});
     if (decoded.exitCode == 0 && decoded.err.isEmpty())
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()

@@ -34,14 +34,3 @@ TEST(ConvertFormat, UnknownRawTextGivesNoValue)
         EXPECT_EQ(arenaConvertFormatFromRaw(QString::fromLatin1(raw)), std::nullopt);
     }
 }
-
-TEST(MediaConverterErrorText, DescriptionsAreFixedOrCarried)
-{
-    EXPECT_EQ(MediaConverterError::unsupported().description(),
-              QStringLiteral("Unsupported media"));
-    EXPECT_EQ(MediaConverterError::cancelled().description(), QStringLiteral("Cancelled"));
-    EXPECT_EQ(MediaConverterError::exportFailed(QStringLiteral("PNG writer failed")).description(),
-              QStringLiteral("PNG writer failed"));
-    EXPECT_NE(MediaConverterError::exportFailed(QStringLiteral("a")),
-              MediaConverterError::exportFailed(QStringLiteral("b")));
-}

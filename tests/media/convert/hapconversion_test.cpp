@@ -14,16 +14,10 @@ namespace {
 ConvertResult convertTo(const QString &fixture, const QString &folder, ArenaConvertFormat format)
 {
     const Snapshot before = Snapshot::of(path(fixture));
-    ConvertResult result =
-        MediaConverter::convertVideo(clipFor(path(fixture), QStringLiteral("01_clip")), folder,
-                                     ConvertOptions{format, false, false}, {}, {});
+    ConvertResult result = MediaConverter::convertVideo(
+        clipFor(path(fixture), "01_clip"), folder, ConvertOptions{format, false, false}, {}, {});
     EXPECT_EQ(Snapshot::of(path(fixture)), before) << "the source changed";
     return result;
-}
-
-double number(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString().toDouble();
 }
 
 } // namespace
@@ -36,9 +30,8 @@ TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
     } rows[] = {{ArenaConvertFormat::hap, "Hap1"},
                 {ArenaConvertFormat::hapAlpha, "Hap5"},
                 {ArenaConvertFormat::hapQ, "HapY"}};
-    const QString source = QStringLiteral("turned_326x182.mov");
-    const QJsonObject sourceVideo =
-        streams(ffprobe(path(source)), QStringLiteral("video")).value(0);
+    const QString source = "turned_326x182.mov";
+    const QJsonObject sourceVideo = streams(ffprobe(path(source)), u"video").value(0);
     for (const auto &row : rows) {
         SCOPED_TRACE(row.tag);
         QTemporaryDir folder;
@@ -46,24 +39,16 @@ TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
         ASSERT_TRUE(result) << result.error().description().toStdString();
 
         const QJsonObject report = ffprobe(*result);
-        const QJsonObject video = streams(report, QStringLiteral("video")).value(0);
-        EXPECT_EQ(video.value(QStringLiteral("codec_name")).toString(), QStringLiteral("hap"));
-        EXPECT_EQ(video.value(QStringLiteral("codec_tag_string")).toString(),
-                  QLatin1String(row.tag));
+        const QJsonObject video = streams(report, u"video").value(0);
+        EXPECT_EQ(video[u"codec_name"].toString(), "hap");
+        EXPECT_EQ(video[u"codec_tag_string"].toString(), QLatin1String(row.tag));
         // 326 × 182 loses two columns and two rows from the right and bottom edges.
-        EXPECT_EQ(video.value(QStringLiteral("width")).toInt(), 324);
-        EXPECT_EQ(video.value(QStringLiteral("height")).toInt(), 180);
+        EXPECT_EQ(video[u"width"].toInt(), 324);
+        EXPECT_EQ(video[u"height"].toInt(), 180);
         EXPECT_NEAR(number(video, "duration"), number(sourceVideo, "duration"), 1.0 / 25);
-        EXPECT_EQ(video.value(QStringLiteral("side_data_list"))
-                      .toArray()
-                      .at(0)
-                      .toObject()
-                      .value(QStringLiteral("rotation"))
-                      .toInt(),
-                  -90);
-        const QJsonObject audio = streams(report, QStringLiteral("audio")).value(0);
-        EXPECT_EQ(audio.value(QStringLiteral("codec_name")).toString(),
-                  QStringLiteral("pcm_s16le"));
+        EXPECT_EQ(video[u"side_data_list"][0][u"rotation"].toInt(), -90);
+        const QJsonObject audio = streams(report, u"audio").value(0);
+        EXPECT_EQ(audio[u"codec_name"].toString(), "pcm_s16le");
         EXPECT_TRUE(decodesCleanly(*result));
 
         const MediaClip probed = MediaInspector::inspect(
@@ -79,12 +64,10 @@ TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
 TEST(HapConversion, PictureSmallerThanOneBlockFailsWithFfmpegsTextAndLeavesNothing)
 {
     QTemporaryDir folder;
-    const ConvertResult result =
-        convertTo(QStringLiteral("tiny_3x3.mov"), folder.path(), ArenaConvertFormat::hap);
+    const ConvertResult result = convertTo("tiny_3x3.mov", folder.path(), ArenaConvertFormat::hap);
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().kind(), MediaConverterError::Kind::exportFailed);
-    EXPECT_EQ(result.error().description(),
-              QStringLiteral("Invalid data found when processing input"));
+    EXPECT_EQ(result.error().description(), "Invalid data found when processing input");
     EXPECT_TRUE(entries(folder.path()).isEmpty())
         << entries(folder.path()).join(u' ').toStdString();
 }

@@ -22,8 +22,8 @@ TEST(OwnSource, OutputNamedLikeItsSourceReplacesIt)
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         QTemporaryDir folder;
-        const QString source = folder.filePath(QString::fromLatin1(row.name));
-        ASSERT_TRUE(QFile::copy(path(QString::fromLatin1(row.fixture)), source));
+        const QString source = folder.filePath(row.name);
+        ASSERT_TRUE(QFile::copy(path(row.fixture), source));
         const MediaClip clip = clipFor(source, QFileInfo(source).completeBaseName());
         const ConvertResult result =
             clip.isImage()
@@ -31,12 +31,11 @@ TEST(OwnSource, OutputNamedLikeItsSourceReplacesIt)
                 : MediaConverter::convertVideo(clip, folder.path(), ConvertOptions{}, {}, {});
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, source);
-        EXPECT_EQ(entries(folder.path()), QStringList{QString::fromLatin1(row.name)});
-        const QList<QJsonObject> video = streams(ffprobe(source), QStringLiteral("video"));
+        EXPECT_EQ(entries(folder.path()), QStringList{row.name});
+        const QList<QJsonObject> video = streams(ffprobe(source), u"video");
         ASSERT_EQ(video.size(), 1);
-        EXPECT_EQ(video[0].value(QStringLiteral("codec_name")).toString(),
-                  QString::fromLatin1(row.codec));
-        EXPECT_EQ(video[0].value(QStringLiteral("width")).toInt(), row.width);
+        EXPECT_EQ(video[0][u"codec_name"].toString(), row.codec);
+        EXPECT_EQ(video[0][u"width"].toInt(), row.width);
         EXPECT_TRUE(decodesCleanly(source));
     }
 }

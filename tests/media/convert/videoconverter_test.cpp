@@ -23,34 +23,27 @@ protected:
         const QString source = path(fixture);
         const Snapshot before = Snapshot::of(source);
         EXPECT_GT(before.size, 0) << "fixture missing: " << source.toStdString();
-        ConvertResult result =
-            MediaConverter::convertVideo(clipFor(source, QStringLiteral("01_clip")),
-                                         m_folder.path(), ConvertOptions{format, dropAudio, false},
-                                         [progress](double fraction) {
-                                             if (progress)
-                                                 progress->append(fraction);
-                                         },
-                                         {});
+        ConvertResult result = MediaConverter::convertVideo(
+            clipFor(source, "01_clip"), m_folder.path(), ConvertOptions{format, dropAudio, false},
+            [progress](double fraction) {
+                if (progress)
+                    progress->append(fraction);
+            },
+            {});
         EXPECT_EQ(Snapshot::of(source), before) << "the source changed";
         return result;
     }
 
-    QString output() const { return m_folder.filePath(QStringLiteral("01_clip.mov")); }
+    QString output() const { return m_folder.filePath("01_clip.mov"); }
 
     QTemporaryDir m_folder;
 };
 
-double number(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString().toDouble();
-}
-
 // The first frame as ffmpeg decodes it to raw pixels, after `filter`.
 QByteArray firstFrame(const QString &file, const QString &filter, const QString &pixelFormat)
 {
-    return run(QStringLiteral("ffmpeg"),
-               {"-nostdin", "-v", "error", "-i", file, "-frames:v", "1", "-vf", filter, "-f",
-                "rawvideo", "-pix_fmt", pixelFormat, "-"})
+    return run("ffmpeg", {"-nostdin", "-v", "error", "-i", file, "-frames:v", "1", "-vf", filter,
+                          "-f", "rawvideo", "-pix_fmt", pixelFormat, "-"})
         .out;
 }
 
@@ -84,50 +77,41 @@ const FormatCase kFormatCases[] = {
 
 TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
 {
-    const QJsonObject source = ffprobe(path(QStringLiteral("av.mov")));
-    const QJsonObject sourceVideo = streams(source, QStringLiteral("video")).value(0);
+    const QJsonObject source = ffprobe(path("av.mov"));
+    const QJsonObject sourceVideo = streams(source, u"video").value(0);
     const double frame = 1.0 / 25;
+    QList<qint64> videoBitRates;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
         QFile old(output()); // an older conversion of the same name is replaced
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-        old.write("an older conversion");
+        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an older conversion") > 0);
         old.close();
-        const ConvertResult result = convert(QStringLiteral("av.mov"), row.format);
+        const ConvertResult result = convert("av.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, output());
-        EXPECT_EQ(entries(m_folder.path()), QStringList{QStringLiteral("01_clip.mov")});
+        EXPECT_EQ(entries(m_folder.path()), QStringList{"01_clip.mov"});
 
         const QJsonObject report = ffprobe(*result);
-        EXPECT_EQ(report.value(QStringLiteral("format"))
-                      .toObject()
-                      .value(QStringLiteral("format_name"))
-                      .toString(),
-                  QStringLiteral("mov,mp4,m4a,3gp,3g2,mj2"));
-        const QList<QJsonObject> video = streams(report, QStringLiteral("video"));
+        EXPECT_EQ(report[u"format"].toObject()[u"format_name"].toString(),
+                  "mov,mp4,m4a,3gp,3g2,mj2");
+        const QList<QJsonObject> video = streams(report, u"video");
         ASSERT_EQ(video.size(), 1);
-        EXPECT_EQ(video[0].value(QStringLiteral("codec_tag_string")).toString(),
-                  QLatin1String(row.videoTag));
-        EXPECT_EQ(video[0].value(QStringLiteral("profile")).toString(), QLatin1String(row.profile));
-        EXPECT_EQ(video[0].value(QStringLiteral("pix_fmt")).toString(),
-                  QLatin1String(row.pixelFormat));
-        EXPECT_EQ(video[0].value(QStringLiteral("width")).toInt(), 320);
-        EXPECT_EQ(video[0].value(QStringLiteral("height")).toInt(), 180);
-        EXPECT_EQ(video[0].value(QStringLiteral("nb_frames")).toString(),
-                  sourceVideo.value(QStringLiteral("nb_frames")).toString());
+        EXPECT_EQ(video[0][u"codec_tag_string"].toString(), QLatin1String(row.videoTag));
+        EXPECT_EQ(video[0][u"profile"].toString(), QLatin1String(row.profile));
+        EXPECT_EQ(video[0][u"pix_fmt"].toString(), QLatin1String(row.pixelFormat));
+        EXPECT_EQ(video[0][u"width"].toInt(), 320);
+        EXPECT_EQ(video[0][u"height"].toInt(), 180);
+        EXPECT_EQ(video[0][u"nb_frames"].toString(), sourceVideo[u"nb_frames"].toString());
         EXPECT_NEAR(number(video[0], "duration"), number(sourceVideo, "duration"), frame);
-        EXPECT_EQ(video[0].value(QStringLiteral("avg_frame_rate")).toString(),
-                  QStringLiteral("25/1"));
+        EXPECT_EQ(video[0][u"avg_frame_rate"].toString(), "25/1");
+        videoBitRates.append(video[0][u"bit_rate"].toString().toLongLong());
 
-        const QList<QJsonObject> audio = streams(report, QStringLiteral("audio"));
+        const QList<QJsonObject> audio = streams(report, u"audio");
         ASSERT_EQ(audio.size(), 1);
-        EXPECT_EQ(audio[0].value(QStringLiteral("codec_name")).toString(),
-                  QLatin1String(row.audioCodec));
-        EXPECT_EQ(audio[0].value(QStringLiteral("codec_tag_string")).toString(),
-                  QLatin1String(row.audioTag));
-        EXPECT_EQ(audio[0].value(QStringLiteral("channels")).toInt(), 2);
-        EXPECT_EQ(audio[0].value(QStringLiteral("sample_rate")).toString(),
-                  QStringLiteral("48000"));
+        EXPECT_EQ(audio[0][u"codec_name"].toString(), QLatin1String(row.audioCodec));
+        EXPECT_EQ(audio[0][u"codec_tag_string"].toString(), QLatin1String(row.audioTag));
+        EXPECT_EQ(audio[0][u"channels"].toInt(), 2);
+        EXPECT_EQ(audio[0][u"sample_rate"].toString(), "48000");
         EXPECT_NEAR(number(audio[0], "duration"), 2.0, frame);
         EXPECT_NEAR(number(audio[0], "start_time"), 0.0, 0.001); // in step with the picture
         EXPECT_TRUE(decodesCleanly(*result));
@@ -146,26 +130,15 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
         EXPECT_EQ(facts.videoTrackCount, 1);
         EXPECT_EQ(facts.audioTrackCount, 1);
     }
-}
-
-TEST_F(VideoConversion, ProResLtIsLighterThanProRes422)
-{
-    qint64 sizes[2] = {};
-    const ArenaConvertFormat formats[] = {ArenaConvertFormat::proRes422,
-                                          ArenaConvertFormat::proRes422LT};
-    for (int i = 0; i < 2; ++i) {
-        const ConvertResult result = convert(QStringLiteral("av.mov"), formats[i], true);
-        ASSERT_TRUE(result) << result.error().description().toStdString();
-        sizes[i] = QFileInfo(*result).size();
-    }
-    EXPECT_LT(sizes[1], sizes[0] * 9 / 10);
-    EXPECT_GT(sizes[1], sizes[0] / 2);
+    // ProRes 422 LT is lighter than ProRes 422, but not by half.
+    EXPECT_LT(videoBitRates[1], videoBitRates[0] * 9 / 10);
+    EXPECT_GT(videoBitRates[1], videoBitRates[0] / 2);
 }
 
 // The movie header ahead of the media data lets players start without seeking to the end.
 TEST_F(VideoConversion, H264PutsTheMovieHeaderFirst)
 {
-    const ConvertResult result = convert(QStringLiteral("silent.mp4"), ArenaConvertFormat::h264);
+    const ConvertResult result = convert("silent.mp4", ArenaConvertFormat::h264);
     ASSERT_TRUE(result) << result.error().description().toStdString();
     QFile file(*result);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -179,9 +152,9 @@ TEST_F(VideoConversion, H264PutsTheMovieHeaderFirst)
             break;
         at += size;
     }
-    ASSERT_TRUE(topLevel.contains(QStringLiteral("moov"))) << topLevel.join(u' ').toStdString();
-    ASSERT_TRUE(topLevel.contains(QStringLiteral("mdat")));
-    EXPECT_LT(topLevel.indexOf(QStringLiteral("moov")), topLevel.indexOf(QStringLiteral("mdat")));
+    ASSERT_TRUE(topLevel.contains("moov")) << topLevel.join(u' ').toStdString();
+    ASSERT_TRUE(topLevel.contains("mdat"));
+    EXPECT_LT(topLevel.indexOf("moov"), topLevel.indexOf("mdat"));
 }
 
 TEST_F(VideoConversion, AudioTracksOutNumberZeroOrTheFirstOfTheSource)
@@ -199,11 +172,11 @@ TEST_F(VideoConversion, AudioTracksOutNumberZeroOrTheFirstOfTheSource)
         const ConvertResult result = convert(QLatin1String(row.source), row.format, row.dropAudio);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         const QJsonObject report = ffprobe(*result);
-        EXPECT_EQ(streams(report, QStringLiteral("video")).size(), 1);
-        const QList<QJsonObject> audio = streams(report, QStringLiteral("audio"));
+        EXPECT_EQ(streams(report, u"video").size(), 1);
+        const QList<QJsonObject> audio = streams(report, u"audio");
         ASSERT_EQ(audio.size(), row.channels > 0 ? 1 : 0);
         if (row.channels > 0) {
-            EXPECT_EQ(audio[0].value(QStringLiteral("channels")).toInt(), row.channels);
+            EXPECT_EQ(audio[0][u"channels"].toInt(), row.channels);
         }
         EXPECT_TRUE(decodesCleanly(*result));
         const VideoFacts facts = FfmpegProbe().probeVideo(*result, {});
@@ -216,58 +189,43 @@ TEST_F(VideoConversion, DisplayMatrixIsCarriedOverAndPixelsStayStored)
 {
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
-        const ConvertResult result = convert(QStringLiteral("rotated.mov"), row.format);
+        const ConvertResult result = convert("rotated.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
-        EXPECT_EQ(video.value(QStringLiteral("width")).toInt(), 320);
-        EXPECT_EQ(video.value(QStringLiteral("height")).toInt(), 180);
-        const QJsonArray sideData = video.value(QStringLiteral("side_data_list")).toArray();
+        const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
+        EXPECT_EQ(video[u"width"].toInt(), 320);
+        EXPECT_EQ(video[u"height"].toInt(), 180);
+        const QJsonArray sideData = video[u"side_data_list"].toArray();
         ASSERT_EQ(sideData.size(), 1);
-        EXPECT_EQ(sideData[0].toObject().value(QStringLiteral("rotation")).toInt(), -90);
+        EXPECT_EQ(sideData[0].toObject()[u"rotation"].toInt(), -90);
         EXPECT_TRUE(decodesCleanly(*result));
 
         const std::optional<DisplayMatrix> sourceMatrix =
-            FfmpegProbe().probeVideo(path(QStringLiteral("rotated.mov")), {}).transform;
+            FfmpegProbe().probeVideo(path("rotated.mov"), {}).transform;
         ASSERT_TRUE(sourceMatrix);
         ASSERT_NE(*sourceMatrix, DisplayMatrix{});
         EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).transform, sourceMatrix);
     }
 }
 
+// 4:2:2 could carry an odd height, but an odd side is a finding: every format crops it, and
+// keeps the top-left pixels.
 TEST_F(VideoConversion, OddSidesLoseTheirLastColumnOrRowInEveryFormat)
 {
-    struct Row {
-        const char *name;
-        ArenaConvertFormat format;
-        int width;
-        int height;
-    };
-    // 4:2:2 could carry an odd height, but an odd side is a finding: every format crops it.
-    const Row rows[] = {{"ProRes 422", ArenaConvertFormat::proRes422, 320, 180},
-                        {"ProRes 422 LT", ArenaConvertFormat::proRes422LT, 320, 180},
-                        {"H.264", ArenaConvertFormat::h264, 320, 180}};
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.name);
-        const ConvertResult result = convert(QStringLiteral("odd.mov"), row.format);
-        ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
-        EXPECT_EQ(video.value(QStringLiteral("width")).toInt(), row.width);
-        EXPECT_EQ(video.value(QStringLiteral("height")).toInt(), row.height);
-        EXPECT_TRUE(decodesCleanly(*result));
-    }
-}
-
-TEST_F(VideoConversion, CropKeepsTheTopLeftPixels)
-{
-    const ConvertResult result = convert(QStringLiteral("odd.mov"), ArenaConvertFormat::h264);
-    ASSERT_TRUE(result) << result.error().description().toStdString();
-    // Both first frames as 320×180 grey, the source cropped by ffmpeg.
     const QByteArray expected = firstFrame(path("odd.mov"), "crop=320:180:0:0", "gray");
-    const QByteArray got = firstFrame(*result, "null", "gray");
     ASSERT_EQ(expected.size(), 320 * 180);
-    ASSERT_EQ(got.size(), expected.size());
-    // Luma survives CRF 17 within a few levels; a shifted or scaled picture would not.
-    EXPECT_LT(meanDifference(got, expected), 2.0);
+    for (const FormatCase &row : kFormatCases) {
+        SCOPED_TRACE(row.name);
+        const ConvertResult result = convert("odd.mov", row.format);
+        ASSERT_TRUE(result) << result.error().description().toStdString();
+        const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
+        EXPECT_EQ(video[u"width"].toInt(), 320);
+        EXPECT_EQ(video[u"height"].toInt(), 180);
+        EXPECT_TRUE(decodesCleanly(*result));
+        const QByteArray got = firstFrame(*result, "null", "gray");
+        ASSERT_EQ(got.size(), expected.size());
+        // Luma survives CRF 17 within a few levels; a shifted or scaled picture would not.
+        EXPECT_LT(meanDifference(got, expected), 2.0);
+    }
 }
 
 // Levels and colours survive the trip into limited-range YUV: ffmpeg shows the first frame of
@@ -279,9 +237,9 @@ TEST_F(VideoConversion, SourcesOfEveryLayoutKeepTheirColours)
             SCOPED_TRACE(std::string(name) + ", " + row.name);
             const ConvertResult result = convert(QLatin1String(name), row.format);
             ASSERT_TRUE(result) << result.error().description().toStdString();
-            const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
+            const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
             // H.264 states nothing when the source stated no colours; limited is its default.
-            EXPECT_NE(video.value(QStringLiteral("color_range")).toString(), QStringLiteral("pc"));
+            EXPECT_NE(video[u"color_range"].toString(), "pc");
             const QByteArray expected = firstFrame(path(QLatin1String(name)), "null", "rgb24");
             const QByteArray got = firstFrame(*result, "null", "rgb24");
             ASSERT_EQ(expected.size(), 320 * 180 * 3);
@@ -298,14 +256,14 @@ TEST_F(VideoConversion, VariableFrameRateBecomesTheNearestCommonConstantRate)
     const double frame = 1001.0 / 24000.0;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
-        const ConvertResult result = convert(QStringLiteral("vfr.mov"), row.format);
+        const ConvertResult result = convert("vfr.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        QList<double> written = packetTimes(*result, QStringLiteral("v"));
+        QList<double> written = packetTimes(*result, "v");
         std::sort(written.begin(), written.end());
         ASSERT_GT(written.size(), 50);
         for (qsizetype i = 1; i < written.size(); ++i)
             EXPECT_NEAR(written[i] - written[i - 1], frame, 0.0005) << "frame " << i;
-        const QJsonObject video = streams(ffprobe(*result), QStringLiteral("video")).value(0);
+        const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
         EXPECT_NEAR(number(video, "duration"), 2.32, frame);
     }
 }
@@ -314,7 +272,7 @@ TEST_F(VideoConversion, ProgressRisesAndEndsWithExactlyOne)
 {
     QList<double> progress;
     const ConvertResult result =
-        convert(QStringLiteral("long.mov"), ArenaConvertFormat::proRes422LT, false, &progress);
+        convert("long.mov", ArenaConvertFormat::proRes422LT, false, &progress);
     ASSERT_TRUE(result) << result.error().description().toStdString();
     ASSERT_GE(progress.size(), 3); // several seconds of work, reported every 120 ms
     for (qsizetype i = 1; i < progress.size(); ++i)

@@ -1,5 +1,7 @@
-// Converting clips with stage traps takes the traps out: probed again, none is left, and the
-// ffmpeg CLI, reading the movies independently, agrees with how they were fixed.
+// Stage traps (variable rate, interlacing, HDR) in clips made by the ffmpeg CLI: the product's
+// probe finds each, and never in the clean clips of the other fixture set; converting takes the
+// traps out: probed again, none is left, and the ffmpeg CLI, reading the movies independently,
+// agrees with how they were fixed.
 #include "media/convert/ffmpegconversion.h"
 #include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
@@ -7,12 +9,15 @@
 #include "session/sessionfixture.h"
 
 #include <QCoroTask>
+#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+#include <algorithm>
 
 namespace {
 
@@ -68,18 +73,102 @@ double lumaStat(const QString &file, const QString &key)
     return count ? sum / count : -1;
 }
 
+// The findings among the three stage traps, with the HDR transfer beside its kind.
 QStringList traps(const MediaClip &clip)
 {
     QStringList out;
     for (const ClipIssue &issue : clip.issues) {
         if (issue.kind == IssueKind::variableFrameRate || issue.kind == IssueKind::interlaced ||
             issue.kind == IssueKind::hdr)
-            out.append(rawValue(issue.kind));
+            out.append(rawValue(issue.kind) + (issue.textValue ? " " + *issue.textValue : ""));
     }
     return out;
 }
 
+// Frames divided by seconds, as ffprobe counts the video packets and times the track.
+double ffprobeAverageRate(const QString &file)
+{
+    QProcess process;
+    process.start("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
+                              "packet=pts_time,duration_time", "-of", "json", file});
+    process.waitForFinished(20'000);
+    const QJsonArray packets =
+        QJsonDocument::fromJson(process.readAllStandardOutput())["packets"].toArray();
+    double first = 1e300;
+    double end = -1e300;
+    for (const QJsonValue &p : packets) {
+        const double pts = p["pts_time"].toString().toDouble();
+        first = std::min(first, pts);
+        end = std::max(end, pts + p["duration_time"].toString().toDouble());
+    }
+    return packets.isEmpty() ? 0 : packets.size() / (end - first);
+}
+
 } // namespace
+
+TEST(StageTrapProbe, EachTrapClipGetsItsOwnFindingOnly)
+{
+    const FfmpegProbe probe;
+    const struct {
+        const char *file;
+        QStringList traps;
+    } rows[] = {
+        {"vfr.mp4", {"variableFrameRate"}},
+        {"vfr.mkv", {"variableFrameRate"}},
+        {"interlaced_h264.mp4", {"interlaced"}},
+        {"interlaced_mpeg2.mpg", {"interlaced"}},
+        {"pq_hevc.mp4", {"hdr PQ"}},
+        {"hlg_hevc.mp4", {"hdr HLG"}},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.file);
+        const MediaClip clip = MediaInspector::inspect(trapFixture(row.file), {}, probe);
+        EXPECT_EQ(traps(clip), row.traps);
+        // After the bit-rate finding and before the audio one.
+        const auto at = [&](IssueKind kind) {
+            for (qsizetype i = 0; i < clip.issues.size(); ++i) {
+                if (clip.issues[i].kind == kind)
+                    return i;
+            }
+            return qsizetype(-1);
+        };
+        const qsizetype trap = std::max(
+            {at(IssueKind::variableFrameRate), at(IssueKind::interlaced), at(IssueKind::hdr)});
+        ASSERT_GE(trap, 0);
+        for (qsizetype i = trap + 1; i < clip.issues.size(); ++i)
+            EXPECT_EQ(clip.issues[i].kind, IssueKind::audio);
+        if (clip.hasAudio) {
+            EXPECT_EQ(at(IssueKind::audio), trap + 1);
+        }
+    }
+}
+
+TEST(StageTrapProbe, VariableRateClipsShowTheirAverageRate)
+{
+    const FfmpegProbe probe;
+    for (const char *file : {"vfr.mp4", "vfr.mkv"}) {
+        SCOPED_TRACE(file);
+        const MediaClip clip = MediaInspector::inspect(trapFixture(file), {}, probe);
+        const double expected = ffprobeAverageRate(trapFixture(file));
+        ASSERT_GT(expected, 20); // 50 pictures over 2 s, stated as 50 fps by the container
+        ASSERT_TRUE(clip.frameRate);
+        EXPECT_NEAR(*clip.frameRate, expected, expected * 0.02);
+    }
+}
+
+TEST(StageTrapProbe, NoCleanFixtureShowsATrap)
+{
+    const FfmpegProbe probe;
+    QDirIterator it(QStringLiteral(CUEBOX_MEDIA_FIXTURES), QDir::Files | QDir::System);
+    int probed = 0;
+    while (it.hasNext()) {
+        const QString file = it.next();
+        SCOPED_TRACE(file.toStdString());
+        EXPECT_EQ(traps(MediaInspector::inspect(file, {}, probe)), QStringList());
+        ++probed;
+    }
+    EXPECT_GT(probed, 30);
+}
 
 TEST(StageTrapConvert, ProResAndH264CopiesHaveNoTrapLeft)
 {
@@ -132,22 +221,14 @@ namespace {
 class PackOfTraps : public SessionTest
 {
 protected:
-    PackViewModel &session()
+    std::shared_ptr<const MediaProbe> probeForSession() override
     {
-        if (!m_session) {
-            PackViewModel::Services services;
-            services.probe = std::make_shared<FfmpegProbe>();
-            services.conversion = std::make_shared<FfmpegConversion>();
-            services.panels = &m_panels;
-            services.desktop = &m_desktop;
-            services.localization = &m_localization;
-            services.preferences = &m_preferences;
-            services.requestThumbnail = [](const MediaClip &) {};
-            m_session = std::make_unique<PackViewModel>(services);
-        }
-        return *m_session;
+        return std::make_shared<FfmpegProbe>();
     }
-    std::unique_ptr<PackViewModel> m_session;
+    std::shared_ptr<const MediaConversion> conversionForSession() override
+    {
+        return std::make_shared<FfmpegConversion>();
+    }
 };
 
 } // namespace
@@ -158,20 +239,19 @@ TEST_F(PackOfTraps, AfterPackConversionNoVideoKeepsAFixableFinding)
     for (const char *file : {"vfr.mkv", "interlaced_mpeg2.mpg", "pq_hevc.mp4"})
         urls.append(url(trapFixture(file)));
     urls.append(url(QDir(QStringLiteral(CUEBOX_MEDIA_FIXTURES)).filePath("odd.mov")));
-    QCoro::waitFor(session().ingest(urls));
-    ASSERT_EQ(session().clips().size(), 4);
-    for (const MediaClip &clip : session().clips())
+    QCoro::waitFor(vm().ingest(urls));
+    ASSERT_EQ(vm().clips().size(), 4);
+    for (const MediaClip &clip : vm().clips())
         EXPECT_EQ(clip.health(), ClipHealth::warn);
-    session().setStripAudioOnConvert(true);
+    vm().setStripAudioOnConvert(true);
     m_panels.folders.push_back(path("out"));
     QDir().mkpath(path("out"));
-    QCoro::waitFor(session().convertPack(false));
-    ASSERT_EQ(session().status().kind(), PackStatus::Kind::converted)
-        << session().statusText().toStdString();
+    QCoro::waitFor(vm().convertPack(false));
+    ASSERT_EQ(vm().status().kind(), PackStatus::Kind::converted) << vm().statusText().toStdString();
     const QList<IssueKind> fixable{
         IssueKind::variableFrameRate, IssueKind::interlaced, IssueKind::hdr,  IssueKind::oddSize,
         IssueKind::heavyCodec,        IssueKind::weirdCodec, IssueKind::audio};
-    for (const MediaClip &clip : session().clips()) {
+    for (const MediaClip &clip : vm().clips()) {
         SCOPED_TRACE(clip.sourcePath().toStdString());
         EXPECT_TRUE(clip.sourcePath().startsWith(path("out")));
         for (const ClipIssue &issue : clip.issues)
