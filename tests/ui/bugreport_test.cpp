@@ -69,7 +69,6 @@ TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
                            QStringLiteral("x y\n#1 — 100%"));
     EXPECT_EQ(url.toEncoded(), QByteArray("mailto:bugs@example.invalid?subject=a%26b%3Dc%2Bd%3F"
                                           "&body=x%20y%0A%231%20%E2%80%94%20100%25"));
-    // No address, no mail.
     EXPECT_TRUE(BugReport::mailUrl({}, QStringLiteral("s"), QStringLiteral("b")).isEmpty());
 }
 
@@ -113,7 +112,6 @@ TEST(BugReport, PrettyNameIsReadFromOsRelease)
 
 TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
 {
-    // The distribution's name as the table above reads it from /etc/os-release.
     const QString pretty = BugReport::prettyName(QStringLiteral("/etc/os-release"));
     const QString kernel = unameRelease();
     if (pretty.isEmpty() || kernel.isEmpty())

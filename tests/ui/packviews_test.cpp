@@ -22,7 +22,6 @@ protected:
     DetailArea &detail() { return *window().content()->detail(); }
     PackHeader &header() { return *detail().packView()->header(); }
 
-    // Sends a drop of `urls` the way the desktop does: enter, move, drop.
     static void dropOn(QWidget *target, const QList<QUrl> &urls)
     {
         QMimeData data;
@@ -124,7 +123,6 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     vm().remove(vm().clips()[originalNames().indexOf(u"bad.mov"_qs)].id);
     EXPECT_FALSE(header().failPill()->isVisible());
     EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
-    // Clips not yet inspected, or none, read as warn too.
     EXPECT_EQ(PackHeader::summaryHealth({MediaClip::forFile(QStringLiteral("/tmp/x.mov"))}),
               ClipHealth::warn);
     EXPECT_EQ(PackHeader::summaryHealth({}), ClipHealth::warn);

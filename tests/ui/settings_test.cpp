@@ -66,7 +66,6 @@ protected:
         return texts;
     }
 
-    // The texts a switch row shows, title first.
     static QStringList rowTexts(const BentoToggleRow *row)
     {
         QStringList texts;
@@ -143,7 +142,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     click(chips.chip(AppLanguage::german));
 
     EXPECT_EQ(m_localization.language(), AppLanguage::german);
-    // Main window: menus, commands and the rebuilt content.
     EXPECT_TRUE(menuTitles().contains("&Datei")) << menuTitles().join(u',').toStdString();
     EXPECT_FALSE(menuTitles().contains("&File"));
     EXPECT_EQ(command(Command::openFolder)->text(), "Ordner öffnen…");
@@ -151,8 +149,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     // The content was rebuilt around the same pack and selection.
     EXPECT_NE(window().content(), before);
     EXPECT_EQ(vm().selectedClipID(), vm().clips()[1].id);
-    // Settings window: title, rail, the card's texts; still on the language page, with the
-    // German chip now the chosen one.
     EXPECT_EQ(settings().windowTitle(), "Einstellungen");
     EXPECT_EQ(view().findChild<QLabel *>("settings.title")->text(), "Einstellungen");
     EXPECT_EQ(railTexts(), QStringList({"Sprache", "Benennung", "Risikoregeln", "Arbeitsbereich"}));
@@ -161,7 +157,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     EXPECT_EQ(languages.findChild<QLabel *>("settings.language.help")->text(),
               "Die App nutzt Englisch, bis Sie eine andere Sprache wählen.");
     EXPECT_TRUE(languages.chip(AppLanguage::german)->isSelected());
-    // Only the new page is left in the window.
     EXPECT_EQ(settings().findChildren<SettingsView *>().size(), 1);
 
     EXPECT_EQ(m_settings.value("app.language").toString(), "de"); // stored at once
@@ -251,7 +246,6 @@ TEST_F(SettingsTest, SwitchesWriteTheirFieldFollowItAndPreferencesAreStored)
         EXPECT_EQ(row.row->toggle()->isChecked(), defaults[i]);
         click(row.row->toggle());
     }
-    // Compact mode reached the window and the View menu's check mark.
     EXPECT_TRUE(command(Command::compactMode)->isChecked());
     EXPECT_EQ(window().minimumSize().width(), 900);
 }

@@ -110,7 +110,6 @@ TEST_F(Sidebar, DismissedHintsStayHiddenAfterTheSettingsAreReadAgain)
         }
         QApplication::processEvents();
         EXPECT_EQ(visibleHints(view.get()), QStringList{u"hint.naming"_qs});
-        // The clip card's hint leaves its plain text behind.
         const QList<QLabel *> plain =
             visibleLabels(view->clipCard(), QStringLiteral("selected.plainHint"));
         ASSERT_EQ(plain.size(), 1);
