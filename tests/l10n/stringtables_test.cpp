@@ -60,7 +60,6 @@ TEST(StringTables, LookupFallsBackToEnglishThenToTheKey)
 {
     const L10n de(AppLanguage::german);
     EXPECT_NE(de[u"scan.ready"], L10n()[u"scan.ready"]);
-    EXPECT_TRUE(de[u"scan.ready"].contains("%d"));
     EXPECT_EQ(de[u"no.such.key"], "no.such.key");
     EXPECT_EQ(de.format(u"no.such.key", {qint64(3)}), "no.such.key");
 }

