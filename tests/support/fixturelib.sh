@@ -24,3 +24,18 @@ fixture_done() {
 
 ff() { ffmpeg -nostdin -hide_banner -loglevel error -y "$@"; }
 x264=(-c:v libx264 -preset ultrafast -pix_fmt yuv420p)
+
+# Trust nothing unchecked. probe FILE STREAMS ENTRIES prints the first value ffprobe gives;
+# check FILE STREAMS ENTRIES VALUE leaves the script when it differs; absent FILE STREAMS leaves
+# it when the file has such a stream.
+probe() {
+    ffprobe -v error -select_streams "$2" -show_entries "$3" -of default=nw=1:nk=1 "$1" | head -1
+}
+check() {
+    local got
+    got="$(probe "$1" "$2" "$3")"
+    [[ "$got" == "$4" ]] || { echo "fixture $1: $3 of $2 is '$got', expected '$4'" >&2; exit 1; }
+}
+absent() {
+    [[ -z "$(probe "$1" "$2" stream=index)" ]] || { echo "fixture $1 has a stream $2" >&2; exit 1; }
+}

@@ -66,26 +66,15 @@ heif-enc -q 90 heic_source.png -o still.heic >/dev/null
 printf 'not a picture at all\n%.0s' {1..20} >garbage.png
 
 # Trust nothing unchecked.
-probe() { # file, stream selector, entries
-    ffprobe -v error -select_streams "$2" -show_entries "$3" -of default=nw=1:nk=1 "$1" | head -1
-}
-check() {
-    local got
-    got="$(probe "$1" "$2" "$3")"
-    if [[ "$got" != "$4" ]]; then
-        echo "fixture $1: $3 of $2 is '$got', expected '$4'" >&2
-        exit 1
-    fi
-}
 check av.mov v:0 stream=width 320
 check av.mov v:0 stream=height 180
 check av.mov a:0 stream=codec_name aac
 check av.mov a:0 stream=channels 2
-[[ -z "$(probe silent.mp4 a stream=index)" ]] || { echo "silent.mp4 has audio" >&2; exit 1; }
+absent silent.mp4 a
 check two_audio.mov a:0 stream=channels 1
 check two_audio.mov a:1 stream=channels 2
 check two_audio.mov a:1 stream=codec_name pcm_s16le
-[[ -z "$(probe audio_only.m4a v stream=index)" ]] || { echo "audio_only.m4a has video" >&2; exit 1; }
+absent audio_only.m4a v
 check odd.mov v:0 stream=width 321
 check odd.mov v:0 stream=height 181
 check fullrange.mov v:0 stream=pix_fmt yuvj422p

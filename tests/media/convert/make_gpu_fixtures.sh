@@ -42,17 +42,6 @@ rm flat_326x182.mov
 # Smaller than one texture block after cropping.
 ff -f lavfi -i "testsrc=size=3x3:rate=25:duration=1" -c:v png -pix_fmt rgb24 tiny_3x3.mov
 
-probe() { # file, stream selector, entries
-    ffprobe -v error -select_streams "$2" -show_entries "$3" -of default=nw=1:nk=1 "$1" | head -1
-}
-check() {
-    local got
-    got="$(probe "$1" "$2" "$3")"
-    if [[ "$got" != "$4" ]]; then
-        echo "fixture $1: $3 of $2 is '$got', expected '$4'" >&2
-        exit 1
-    fi
-}
 check alpha_prores.mov v:0 stream=codec_tag_string ap4h
 check alpha_prores.mov v:0 stream=pix_fmt yuva444p12le
 check alpha_hap.mov v:0 stream=codec_tag_string Hap5
