@@ -8,12 +8,9 @@
 //
 //   bench_slowdisk [WORK_FOLDER] [FILES] [DELAY_US,…]   (default: 1000 files, 5000,1000 µs)
 // Needs /dev/fuse and fusermount3; says so and exits 0 without them.
+#include "common/benchingest.h"
 #include "common/benchmedia.h"
-#include "l10n/apppreferences.h"
-#include "l10n/localizationmanager.h"
 #include "media/ffmpeg/avhandles.h"
-#include "media/ffmpeg/ffmpegprobe.h"
-#include "session/packviewmodel.h"
 
 #include <QCoreApplication>
 #include <QCoroTask>
@@ -29,6 +26,8 @@
 #include <QTimer>
 
 using BenchMedia::headerOpenFloor;
+using BenchMedia::ingestFolder;
+using BenchMedia::IngestRun;
 
 namespace {
 
@@ -132,46 +131,6 @@ double ffprobeEach(const QStringList &paths)
     return timer.nsecsElapsed() / 1e9;
 }
 
-struct IngestRun {
-    double seconds = 0;
-    double longestStallMs = 0;
-    qsizetype clips = 0;
-};
-
-IngestRun ingest(const QString &folder, ReadAhead::Options readAhead)
-{
-    QTemporaryDir settingsDir;
-    QSettings settings(settingsDir.filePath("prefs.conf"), QSettings::IniFormat);
-    LocalizationManager localization(settings);
-    AppPreferences preferences(settings);
-    PackViewModel::Services services;
-    services.probe = std::make_shared<FfmpegProbe>();
-    services.localization = &localization;
-    services.preferences = &preferences;
-    services.requestThumbnail = [](const MediaClip &) {};
-    services.readAhead = std::move(readAhead);
-    PackViewModel session(services);
-
-    QElapsedTimer sinceTick;
-    qint64 longestStallNs = 0;
-    QTimer ticker;
-    ticker.setInterval(1);
-    QObject::connect(&ticker, &QTimer::timeout, [&] {
-        longestStallNs = qMax(longestStallNs, sinceTick.nsecsElapsed());
-        sinceTick.restart();
-    });
-    sinceTick.start();
-    ticker.start();
-    QElapsedTimer total;
-    total.start();
-    QCoro::waitFor(session.ingest({QUrl::fromLocalFile(folder)}));
-    IngestRun run;
-    run.seconds = total.nsecsElapsed() / 1e9;
-    run.longestStallMs = longestStallNs / 1e6;
-    run.clips = session.clips().size();
-    return run;
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -212,13 +171,13 @@ int main(int argc, char **argv)
         }
         {
             SlowMount mount(slowfs, source, mountPoint, delayUs);
-            run = ingest(mountPoint, {});
+            run = ingestFolder(mountPoint, {});
         }
         {
             SlowMount mount(slowfs, source, mountPoint, delayUs);
             ReadAhead::Options off;
             off.depth = 0;
-            plain = ingest(mountPoint, off);
+            plain = ingestFolder(mountPoint, off);
         }
         {
             SlowMount mount(slowfs, source, mountPoint, delayUs);
