@@ -44,11 +44,12 @@
 namespace {
 
 const EncoderSettings kProRes422 =
-    proResSettings(AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 'n'), FF_PROFILE_PRORES_STANDARD, 5,
-                   "profile=standard");
+    pcmMovieSettings("prores_ks", AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 'n'),
+                     FF_PROFILE_PRORES_STANDARD, 5, "profile=standard");
 
-const EncoderSettings kProRes422LT = proResSettings(
-    AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 's'), FF_PROFILE_PRORES_LT, 7, "profile=lt");
+const EncoderSettings kProRes422LT =
+    pcmMovieSettings("prores_ks", AV_PIX_FMT_YUV422P10LE, MKTAG('a', 'p', 'c', 's'),
+                     FF_PROFILE_PRORES_LT, 7, "profile=lt");
 
 // AAC at 128 kbit/s per channel is transparent for the native encoder; the movie header goes
 // first so that players start reading without a seek to the end.

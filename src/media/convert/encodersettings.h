@@ -30,13 +30,15 @@ struct EncoderSettings {
     bool chunked = false;           // HAP: frames cut into chunks, counted by hapChunkCount
 };
 
-// ProRes made by prores_ks at one fixed quantiser, its sound kept as PCM: what every ProRes
-// target shares. Why a fixed quantiser, and which one, is measured in encodersettings.cpp.
-constexpr EncoderSettings proResSettings(AVPixelFormat pixelFormat, uint32_t tag, int profile,
-                                         int quantiser, const char *options)
+// A QuickTime movie whose sound is kept as PCM, which the media server reads directly: what
+// ProRes (prores_ks at one fixed quantiser, measured in encodersettings.cpp) and the HAP family
+// share.
+constexpr EncoderSettings pcmMovieSettings(const char *videoEncoder, AVPixelFormat pixelFormat,
+                                           uint32_t tag, int profile, int quantiser,
+                                           const char *options)
 {
     return EncoderSettings{
-        .videoEncoder = "prores_ks",
+        .videoEncoder = videoEncoder,
         .pixelFormat = pixelFormat,
         .videoTag = tag,
         .profile = profile,

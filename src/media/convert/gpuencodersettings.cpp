@@ -9,25 +9,14 @@ namespace {
 // HAP has no rate control: a frame is DXT textures (DXT1 for HAP, DXT5 for HAP Alpha,
 // DXT5 in YCoCg for HAP Q) squeezed by Snappy, so quality and size follow from the format
 // alone. The encoder takes RGBA only and needs sides that are multiples of the 4 × 4 texture
-// block; the sound stays PCM as in ProRes movies, which the media server reads directly.
+// block.
 constexpr EncoderSettings hapSettings(uint32_t tag, const char *options)
 {
-    return EncoderSettings{
-        .videoEncoder = "hap",
-        .pixelFormat = AV_PIX_FMT_RGBA,
-        .videoTag = tag,
-        .profile = FF_PROFILE_UNKNOWN,
-        .fixedQuantiser = 0,
-        .encoderThreads = ThreadRule::libavcodec,
-        .videoOptions = options,
-        .audioEncoder = "pcm_s16le",
-        .sampleFormat = AV_SAMPLE_FMT_S16,
-        .audioTag = MKTAG('s', 'o', 'w', 't'),
-        .audioBitRatePerChannel = 0,
-        .movieHeaderFirst = false,
-        .blockSize = 4,
-        .chunked = true,
-    };
+    EncoderSettings settings =
+        pcmMovieSettings("hap", AV_PIX_FMT_RGBA, tag, FF_PROFILE_UNKNOWN, 0, options);
+    settings.blockSize = 4;
+    settings.chunked = true;
+    return settings;
 }
 
 const EncoderSettings kHap = hapSettings(MKTAG('H', 'a', 'p', '1'), "format=hap:compressor=snappy");
@@ -39,8 +28,8 @@ const EncoderSettings kHapQ =
 // ProRes 4444 with a 16-bit alpha plane, at the fixed quantiser chosen for ProRes 422: the
 // colour planes get the same care, only at full chroma resolution.
 const EncoderSettings kProRes4444 =
-    proResSettings(AV_PIX_FMT_YUVA444P10LE, MKTAG('a', 'p', '4', 'h'), FF_PROFILE_PRORES_4444, 5,
-                   "profile=4444:alpha_bits=16");
+    pcmMovieSettings("prores_ks", AV_PIX_FMT_YUVA444P10LE, MKTAG('a', 'p', '4', 'h'),
+                     FF_PROFILE_PRORES_4444, 5, "profile=4444:alpha_bits=16");
 
 // One chunk per quarter of a 1920 × 1080 picture. A HAP decoder hands each chunk of a frame to
 // its own thread for the Snappy stage; media servers run many layers at once, so a quarter of
