@@ -39,11 +39,9 @@ QByteArray digest(const QString &file)
 void expectReadError(const MediaClip &clip, const QString &text)
 {
     EXPECT_TRUE(clip.isInspected);
-    EXPECT_EQ(kinds(clip), QList<IssueKind>{IssueKind::readError});
-    ASSERT_EQ(clip.issues.size(), 1);
+    ASSERT_EQ(kinds(clip), QList<IssueKind>{IssueKind::readError});
     EXPECT_EQ(clip.issues[0].severity, ClipHealth::fail);
     EXPECT_EQ(clip.issues[0].textValue, text);
-    EXPECT_EQ(clip.health(), ClipHealth::fail);
     EXPECT_FALSE(clip.width || clip.height || clip.videoCodec || clip.frameRate);
 }
 
@@ -109,19 +107,17 @@ TEST(BrokenMedia, GarbageNamedPngIsImageUnreadable)
     const MediaClip clip = inspect(path("garbage.png"));
     EXPECT_EQ(kinds(clip), QList<IssueKind>{IssueKind::imageUnreadable});
     EXPECT_FALSE(clip.width || clip.height || clip.videoCodec);
-    // A movie named .png is judged as a still, and it is not one.
+    // A movie named .png is judged as a still, and it is not one; the same for text named
+    // .heic and a HEIC file cut short.
     QTemporaryDir dir;
-    const QString movie = dir.filePath("movie.png");
-    QFile::copy(path("h264.mov"), movie);
-    EXPECT_EQ(kinds(inspect(movie)), QList<IssueKind>{IssueKind::imageUnreadable});
-    // Same for HEIC: text named .heic, and a HEIC file cut short.
-    const QString text = dir.filePath("text.heic");
-    QFile::copy(path("text.mov"), text);
-    EXPECT_EQ(kinds(inspect(text)), QList<IssueKind>{IssueKind::imageUnreadable});
+    QFile::copy(path("h264.mov"), dir.filePath("movie.png"));
+    QFile::copy(path("text.mov"), dir.filePath("text.heic"));
     QFile heic(path("still.heic"));
     ASSERT_TRUE(heic.open(QIODevice::ReadOnly));
-    const QString cut = write(dir.filePath("cut.heic"), heic.read(heic.size() / 3));
-    EXPECT_EQ(kinds(inspect(cut)), QList<IssueKind>{IssueKind::imageUnreadable});
+    write(dir.filePath("cut.heic"), heic.read(heic.size() / 3));
+    for (const char *name : {"movie.png", "text.heic", "cut.heic"})
+        EXPECT_EQ(kinds(inspect(dir.filePath(name))), QList<IssueKind>{IssueKind::imageUnreadable})
+            << name;
 }
 
 // Its codes, duration and missing picture are in ffmpegprobe_test's table.
