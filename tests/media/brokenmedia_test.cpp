@@ -1,6 +1,7 @@
 // Files that are not what their names promise. Each ends with exactly the finding it deserves
 // and the probe returns promptly: never a crash, never a hang, and the file stays as it was.
 #include "mediafixtures.h"
+#include "support/files.h"
 
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
@@ -45,13 +46,6 @@ void expectReadError(const MediaClip &clip, const QString &text)
     EXPECT_FALSE(clip.width || clip.height || clip.videoCodec || clip.frameRate);
 }
 
-QString write(const QString &file, const QByteArray &bytes)
-{
-    QFile f(file);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
-    return file;
-}
-
 // Each ends with one read error carrying the system's or FFmpeg's text, and stays as it was.
 // Pipes, sockets and devices have their own test.
 TEST(BrokenMedia, FilesThatAreNoMovieAreOneReadErrorWithTheReason)
@@ -60,11 +54,11 @@ TEST(BrokenMedia, FilesThatAreNoMovieAreOneReadErrorWithTheReason)
     ASSERT_TRUE(QDir().mkpath(dir.filePath("folder.mov")));
     // ffprobe would follow the playlist into h264.mov and report a healthy movie; a concat
     // script may only name files beside it, but one of those could be a pipe.
-    write(dir.filePath("playlist.mov"), "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\n" +
-                                            QFile::encodeName(path("h264.mov")) +
-                                            "\n#EXT-X-ENDLIST\n");
+    writeFile(dir.filePath("playlist.mov"), "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\n" +
+                                                QFile::encodeName(path("h264.mov")) +
+                                                "\n#EXT-X-ENDLIST\n");
     QFile::copy(path("h264.mov"), dir.filePath("next.mov"));
-    write(dir.filePath("concat.mov"), "ffconcat version 1.0\nfile next.mov\n");
+    writeFile(dir.filePath("concat.mov"), "ffconcat version 1.0\nfile next.mov\n");
     std::stop_source stopped;
     stopped.request_stop();
     const QString invalidData = "Invalid data found when processing input";
@@ -114,7 +108,7 @@ TEST(BrokenMedia, GarbageNamedPngIsImageUnreadable)
     QFile::copy(path("text.mov"), dir.filePath("text.heic"));
     QFile heic(path("still.heic"));
     ASSERT_TRUE(heic.open(QIODevice::ReadOnly));
-    write(dir.filePath("cut.heic"), heic.read(heic.size() / 3));
+    writeFile(dir.filePath("cut.heic"), heic.read(heic.size() / 3));
     for (const char *name : {"movie.png", "text.heic", "cut.heic"})
         EXPECT_EQ(kinds(inspect(dir.filePath(name))), QList<IssueKind>{IssueKind::imageUnreadable})
             << name;

@@ -1,5 +1,6 @@
 // The cache's bookkeeping with a counting generator, and once with the real one.
 #include "mediafixtures.h"
+#include "support/files.h"
 
 #include "media/thumbnailcache.h"
 
@@ -71,14 +72,6 @@ bool settle(const ThumbnailCache &cache, const QStringList &keys)
         10'000);
 }
 
-QString makeFile(const QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
-{
-    const QString file = dir.filePath(name);
-    QFile f(file);
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
-    return file;
-}
-
 bool setModified(const QString &file, const QDateTime &time)
 {
     QFile f(file);
@@ -88,7 +81,7 @@ bool setModified(const QString &file, const QDateTime &time)
 TEST(ThumbnailCache, KeyIsPathModificationTimeAndSize)
 {
     QTemporaryDir dir;
-    const QString file = makeFile(dir, "a.mov", QByteArray(1234, 'x'));
+    const QString file = writeFile(dir.filePath("a.mov"), QByteArray(1234, 'x'));
     ASSERT_TRUE(setModified(file, QDateTime::fromMSecsSinceEpoch(1'700'000'000'500, Qt::UTC)));
     EXPECT_EQ(ThumbnailCache::cacheKey(file), file + "|1700000000.5|1234");
     EXPECT_EQ(ThumbnailCache::cacheKey(dir.filePath("gone.mov")),
@@ -102,7 +95,7 @@ TEST(ThumbnailCache, TwoRequestsForOneFileMakeOneLoadAndATouchedFileANewOne)
     ThumbnailCache cache(counting.generator());
     QSignalSpy ready(&cache, &ThumbnailCache::thumbnailReady);
     QTemporaryDir dir;
-    const QString file = makeFile(dir, "clip.mov", "movie");
+    const QString file = writeFile(dir.filePath("clip.mov"), "movie");
     const QString key = ThumbnailCache::cacheKey(file);
 
     cache.request(file);

@@ -1,6 +1,7 @@
 #include "sessionfixture.h"
 
 #include "output/packproject.h"
+#include "support/files.h"
 
 #include <QCoroTask>
 #include <QFileInfo>
@@ -12,12 +13,6 @@ class SessionOutput : public SessionTest
 protected:
     void load(const QString &folder) { QCoro::waitFor(vm().ingest({url(path(folder))})); }
 };
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
 
 } // namespace
 
@@ -50,11 +45,11 @@ TEST_F(SessionOutput, ExportWritesKnownFilesAndRemembersTheFolder)
     EXPECT_EQ(m_panels.messages.last(), "Where should the Arena pack go?");
 
     EXPECT_EQ(
-        QString::fromUtf8(readAll(pack + "/cues.csv")),
+        QString::fromUtf8(readFile(pack + "/cues.csv")),
         QString::fromUtf8("cue,arena_name,original_name,health,resolution,duration,codec,issues\n"
                           "1,01_gig_b_roll,b roll.mp4,warn,1440×1080,1:02,avc1,aspect\n"
                           "2,02_gig_intro,Intro.MOV,ok,1920×1080,0:10,avc1,"));
-    const QByteArray manifest = readAll(pack + "/manifest.json");
+    const QByteArray manifest = readFile(pack + "/manifest.json");
     EXPECT_TRUE(manifest.contains("\"showPrefix\" : \"Gig\""));
     EXPECT_TRUE(manifest.contains("\"duration\" : 62.4"));
     EXPECT_TRUE(QFile::exists(pack + "/media/02_gig_intro.MOV"));
@@ -167,12 +162,12 @@ TEST_F(SessionOutput, MissingFilesReorderedCuesAndUnreadableFiles)
     EXPECT_EQ(vm().statusText(), "Loaded 2 clips (1 missing)");
 
     const QList<MediaClip> before = vm().clips();
-    const QByteArray full = readAll(path("p.json"));
+    const QByteArray full = readFile(path("p.json"));
     touch("half.json", full.left(full.size() / 2));
     QCoro::waitFor(vm().loadProject(path("half.json")));
     EXPECT_EQ(vm().statusText(), "Could not read this project file");
     EXPECT_EQ(vm().clips(), before);
-    EXPECT_EQ(readAll(path("p.json")), full);
+    EXPECT_EQ(readFile(path("p.json")), full);
 
     for (const char *file : {"show/a.mov", "show/b.mov"})
         QFile::remove(path(file));
