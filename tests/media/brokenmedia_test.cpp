@@ -1,6 +1,7 @@
 // Files that are not what their names promise. Each ends with exactly the finding it deserves
 // and the probe returns promptly: never a crash, never a hang, and the file stays as it was.
 #include "mediafixtures.h"
+#include "support/clips.h"
 #include "support/files.h"
 
 #include "media/ffmpeg/ffmpegprobe.h"
@@ -15,14 +16,6 @@
 namespace {
 
 using MediaFixtures::path;
-
-QList<IssueKind> kinds(const MediaClip &clip)
-{
-    QList<IssueKind> out;
-    for (const ClipIssue &issue : clip.issues)
-        out.append(issue.kind);
-    return out;
-}
 
 MediaClip inspect(const QString &file, std::stop_token stop = {})
 {
@@ -40,7 +33,7 @@ QByteArray digest(const QString &file)
 void expectReadError(const MediaClip &clip, const QString &text)
 {
     EXPECT_TRUE(clip.isInspected);
-    ASSERT_EQ(kinds(clip), QList<IssueKind>{IssueKind::readError});
+    ASSERT_EQ(issueKinds(clip), QList<IssueKind>{IssueKind::readError});
     EXPECT_EQ(clip.issues[0].severity, ClipHealth::fail);
     EXPECT_EQ(clip.issues[0].textValue, text);
     EXPECT_FALSE(clip.width || clip.height || clip.videoCodec || clip.frameRate);
@@ -99,7 +92,7 @@ TEST(BrokenMedia, UnreadableFileIsReadError)
 TEST(BrokenMedia, GarbageNamedPngIsImageUnreadable)
 {
     const MediaClip clip = inspect(path("garbage.png"));
-    EXPECT_EQ(kinds(clip), QList<IssueKind>{IssueKind::imageUnreadable});
+    EXPECT_EQ(issueKinds(clip), QList<IssueKind>{IssueKind::imageUnreadable});
     EXPECT_FALSE(clip.width || clip.height || clip.videoCodec);
     // A movie named .png is judged as a still, and it is not one; the same for text named
     // .heic and a HEIC file cut short.
@@ -110,14 +103,15 @@ TEST(BrokenMedia, GarbageNamedPngIsImageUnreadable)
     ASSERT_TRUE(heic.open(QIODevice::ReadOnly));
     writeFile(dir.filePath("cut.heic"), heic.read(heic.size() / 3));
     for (const char *name : {"movie.png", "text.heic", "cut.heic"})
-        EXPECT_EQ(kinds(inspect(dir.filePath(name))), QList<IssueKind>{IssueKind::imageUnreadable})
+        EXPECT_EQ(issueKinds(inspect(dir.filePath(name))),
+                  QList<IssueKind>{IssueKind::imageUnreadable})
             << name;
 }
 
 // Its codes, duration and missing picture are in ffmpegprobe_test's table.
 TEST(BrokenMedia, AudioOnlyMovieIsNoVideo)
 {
-    EXPECT_EQ(kinds(inspect(path("audio_only.mov"))).first(), IssueKind::noVideo);
+    EXPECT_EQ(issueKinds(inspect(path("audio_only.mov"))).first(), IssueKind::noVideo);
 }
 
 TEST(BrokenMedia, ColonInFileNameIsNotAProtocol)

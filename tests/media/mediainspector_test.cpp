@@ -1,5 +1,6 @@
 #include "media/fake/fakeprobe.h"
 #include "media/mediainspector.h"
+#include "support/clips.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -24,13 +25,6 @@ protected:
     MediaClip inspect(const QString &name, qint64 bytes = 1000)
     {
         return MediaInspector::inspect(file(name, bytes), m_rules, m_probe);
-    }
-    static QList<IssueKind> kinds(const MediaClip &clip)
-    {
-        QList<IssueKind> out;
-        for (const ClipIssue &i : clip.issues)
-            out.append(i.kind);
-        return out;
     }
 
     QTemporaryDir m_dir;
@@ -68,14 +62,14 @@ TEST_F(Inspect, FindingOrderIsGeometryCodecBitrateAudio)
     facts.audioCodecCode = FakeProbe::code("aac ");
     m_probe.setVideo("heavy.mov", facts);
     const MediaClip clip = inspect("heavy.mov", 20'000'000); // 160 Mbps
-    EXPECT_EQ(kinds(clip),
+    EXPECT_EQ(issueKinds(clip),
               (QList<IssueKind>{IssueKind::oddSize, IssueKind::aspect, IssueKind::weirdCodec,
                                 IssueKind::bitrate, IssueKind::audio}));
     EXPECT_EQ(clip.audioCodec, "aac");
     EXPECT_TRUE(clip.hasAudio);
 
     m_rules.warnOnEmbeddedAudio = false;
-    EXPECT_FALSE(kinds(inspect("heavy.mov", 20'000'000)).contains(IssueKind::audio));
+    EXPECT_FALSE(issueKinds(inspect("heavy.mov", 20'000'000)).contains(IssueKind::audio));
 }
 
 TEST_F(Inspect, AReadErrorEndsTheProbeKeepingWhatWasLoaded)
@@ -95,7 +89,7 @@ TEST_F(Inspect, AReadErrorEndsTheProbeKeepingWhatWasLoaded)
     EXPECT_EQ(late.width, 1920);
     EXPECT_FALSE(late.frameRate);
     EXPECT_FALSE(late.videoCodec);
-    EXPECT_EQ(kinds(late), QList<IssueKind>{IssueKind::readError}); // no rule ran
+    EXPECT_EQ(issueKinds(late), QList<IssueKind>{IssueKind::readError}); // no rule ran
 }
 
 TEST_F(Inspect, AudioOnlyMovieIsNoVideoButStillJudged)
@@ -106,7 +100,7 @@ TEST_F(Inspect, AudioOnlyMovieIsNoVideoButStillJudged)
     facts.audioCodecCode = FakeProbe::code("lpcm");
     m_probe.setVideo("song.mov", facts);
     const MediaClip clip = inspect("song.mov", 1'500'000'000);
-    EXPECT_EQ(kinds(clip),
+    EXPECT_EQ(issueKinds(clip),
               (QList<IssueKind>{IssueKind::noVideo, IssueKind::bitrate, IssueKind::audio}));
     EXPECT_TRUE(clip.hasAudio);
     EXPECT_EQ(clip.audioCodec, "lpcm");
@@ -143,13 +137,13 @@ TEST_F(Inspect, StillsGetGeometryOnly)
     EXPECT_EQ(odd.videoCodec, "PNG");
     EXPECT_EQ(odd.duration, 0.0);
     EXPECT_FALSE(odd.frameRate);
-    EXPECT_EQ(kinds(odd), QList<IssueKind>{IssueKind::oddSize});
+    EXPECT_EQ(issueKinds(odd), QList<IssueKind>{IssueKind::oddSize});
     EXPECT_EQ(odd.durationLabel(), "0:00");
 
     m_probe.setImage("bad.jpg", ImageFacts{});
     m_probe.setImage("noprops.heic", ImageFacts{true, false, {}, {}});
     for (const char *name : {"bad.jpg", "noprops.heic"})
-        EXPECT_EQ(kinds(inspect(name)), QList<IssueKind>{IssueKind::imageUnreadable}) << name;
+        EXPECT_EQ(issueKinds(inspect(name)), QList<IssueKind>{IssueKind::imageUnreadable}) << name;
     m_probe.setImage("nowidth.tif", ImageFacts{true, true, {}, 1080});
     const MediaClip partial = inspect("nowidth.tif");
     EXPECT_TRUE(partial.issues.isEmpty());

@@ -8,6 +8,7 @@
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
 #include "session/sessionfixture.h"
+#include "support/clips.h"
 
 #include <QCoroTask>
 #include <QDirIterator>
@@ -115,13 +116,8 @@ TEST(StageTrapProbe, EachTrapClipGetsItsOwnFindingOnly)
         const MediaClip clip = MediaInspector::inspect(trapFixture(row.file), {}, probe);
         EXPECT_EQ(traps(clip), row.traps);
         // After the bit-rate finding and before the audio one.
-        const auto at = [&](IssueKind kind) {
-            for (qsizetype i = 0; i < clip.issues.size(); ++i) {
-                if (clip.issues[i].kind == kind)
-                    return i;
-            }
-            return qsizetype(-1);
-        };
+        const QList<IssueKind> kinds = issueKinds(clip);
+        const auto at = [&](IssueKind kind) { return kinds.indexOf(kind); };
         const qsizetype trap = std::max(
             {at(IssueKind::variableFrameRate), at(IssueKind::interlaced), at(IssueKind::hdr)});
         ASSERT_GE(trap, 0);
