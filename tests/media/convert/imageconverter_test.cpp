@@ -2,6 +2,7 @@
 #include "convertfixtures.h"
 
 #include "media/convert/mediaconverter.h"
+#include "support/files.h"
 
 #include <QImage>
 #include <QImageReader>
@@ -59,9 +60,7 @@ TEST_F(ImageConversion, EvenSizesCropTheLastColumnAndRowOnly)
                 {"still_33x17.png", true, {32, 16}}};
     for (const auto &row : rows) {
         SCOPED_TRACE(std::string(row.fixture) + (row.forceEven ? " even" : " as it is"));
-        QFile old(output());
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an older still") > 0);
-        old.close();
+        writeFile(output(), "an older still");
         const ConvertResult result = convert(row.fixture, row.forceEven);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, output());

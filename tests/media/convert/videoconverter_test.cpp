@@ -4,6 +4,7 @@
 #include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
+#include "support/files.h"
 
 #include <QTemporaryDir>
 
@@ -75,9 +76,7 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
     QList<qint64> videoBitRates;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
-        QFile old(output()); // an older conversion of the same name is replaced
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an older conversion") > 0);
-        old.close();
+        writeFile(output(), "an older conversion"); // replaced by the new one
         const ConvertResult result = convert("av.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, output());
