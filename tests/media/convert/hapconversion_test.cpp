@@ -5,6 +5,7 @@
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
 
+#include <QSize>
 #include <QTemporaryDir>
 
 using namespace ConvertFixtures;
