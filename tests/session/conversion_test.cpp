@@ -161,16 +161,15 @@ TEST_F(Conversion, StrippingAudio)
     EXPECT_EQ(vm().status(), PackStatus::converted(1));
     const MediaClip &loud = vm().clips()[1];
     EXPECT_FALSE(issueKinds(loud).contains(IssueKind::audio));
-}));
-// The tests' cache folder (see the test main), never the shared temporary folder.
-EXPECT_EQ(loud.sourcePath(),
-          qEnvironmentVariable("XDG_CACHE_HOME") + "/Cuebox/StripAudio/02_loud.mov");
-EXPECT_EQ(loud.arenaName, arenaName);
-EXPECT_EQ(vm().clipsWithAudioCount(), 0);
-EXPECT_TRUE(m_conversion->options().back().dropAudio);
-EXPECT_FALSE(vm().lastExportURL()); // stripping is not an export
-EXPECT_EQ(sources(), m_before);
+    // The tests' cache folder (see the test main), never the shared temporary folder.
+    EXPECT_EQ(loud.sourcePath(),
+              qEnvironmentVariable("XDG_CACHE_HOME") + "/Cuebox/StripAudio/02_loud.mov");
+    EXPECT_EQ(loud.arenaName, arenaName);
+    EXPECT_EQ(vm().clipsWithAudioCount(), 0);
+    EXPECT_TRUE(m_conversion->options().back().dropAudio);
+    EXPECT_FALSE(vm().lastExportURL()); // stripping is not an export
+    EXPECT_EQ(sources(), m_before);
 
-QCoro::waitFor(vm().stripAudioFromAll());
-EXPECT_EQ(vm().status(), PackStatus::noAudioToStrip());
+    QCoro::waitFor(vm().stripAudioFromAll());
+    EXPECT_EQ(vm().status(), PackStatus::noAudioToStrip());
 }

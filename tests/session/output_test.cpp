@@ -169,8 +169,8 @@ TEST_F(SessionOutput, MissingFilesReorderedCuesAndUnreadableFiles)
     EXPECT_EQ(vm().clips(), before);
     EXPECT_EQ(readFile(path("p.json")), full);
 
-    for (const char *file : {"show/a.mov", "show/b.mov"})
-        QFile::remove(path(file));
+    for (const char *gone : {"show/a.mov", "show/b.mov"})
+        QFile::remove(path(gone));
     QCoro::waitFor(vm().loadProject(path("p.json")));
     EXPECT_EQ(vm().status(), PackStatus::empty());
     EXPECT_TRUE(vm().clips().isEmpty());
