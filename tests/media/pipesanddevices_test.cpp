@@ -89,7 +89,6 @@ TEST(SpecialFiles, AreReadErrorsWithoutThumbnailOrContentAndNeverWait)
         ASSERT_EQ(clip.issues.size(), 1);
         EXPECT_EQ(clip.issues[0].kind, IssueKind::readError);
         EXPECT_EQ(clip.issues[0].textValue, QStringLiteral("Not a regular file"));
-        EXPECT_TRUE(clip.isInspected);
         EXPECT_TRUE(Thumbnails::forFile(at(name)).isNull());
         EXPECT_TRUE(Thumbnails::generatePoster(at(name)).isNull());
         EXPECT_EQ(ContentFingerprint::make(at(name), std::nullopt, 0), nameOnly);

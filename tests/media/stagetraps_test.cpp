@@ -2,22 +2,22 @@
 // probe finds each, and never in the clean clips of the other fixture set; converting takes the
 // traps out: probed again, none is left, and the ffmpeg CLI, reading the movies independently,
 // agrees with how they were fixed.
+#include "media/convert/convertfixtures.h"
 #include "media/convert/ffmpegconversion.h"
 #include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
 #include "session/sessionfixture.h"
+#include "support/clips.h"
 
 #include <QCoroTask>
 #include <QDirIterator>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <algorithm>
+
+using namespace ConvertFixtures;
 
 namespace {
 
@@ -26,27 +26,13 @@ QString trapFixture(const QString &name)
     return QDir(QStringLiteral(CUEBOX_STAGETRAP_FIXTURES)).filePath(name);
 }
 
-QByteArray run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(60'000);
-    return process.readAllStandardOutput() + process.readAllStandardError();
-}
-
-QJsonObject videoStream(const QString &file)
-{
-    const QByteArray out = run(
-        "ffprobe", {"-v", "error", "-select_streams", "v:0", "-of", "json", "-show_streams", file});
-    return QJsonDocument::fromJson(out)["streams"][0].toObject();
-}
-
 // Presentation times of the decoded pictures, in seconds, in display order.
 QList<double> frameTimes(const QString &file)
 {
     const QByteArray out =
         run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
-                        "frame=best_effort_timestamp_time", "-of", "csv=p=0", file});
+                        "frame=best_effort_timestamp_time", "-of", "csv=p=0", file})
+            .out;
     QList<double> times;
     for (const QByteArray &line : out.split('\n')) {
         // Side data of a frame can follow its time on the same line.
@@ -58,19 +44,24 @@ QList<double> frameTimes(const QString &file)
     return times;
 }
 
-// Mean of the picture statistics ffmpeg's signalstats gives frame by frame (YAVG, YLOW, YHIGH),
-// on 8-bit pictures.
-double lumaStat(const QString &file, const QString &key)
+// Means of the picture statistics ffmpeg's signalstats gives frame by frame (YAVG, YLOW,
+// YHIGH), on 8-bit pictures, from one decode.
+QHash<QString, double> lumaStats(const QString &file)
 {
-    const QByteArray out =
+    const Run decoded =
         run("ffmpeg", {"-v", "error", "-nostdin", "-i", file, "-vf",
                        "format=yuv420p,signalstats,metadata=print:file=-", "-f", "null", "-"});
-    const QRegularExpression line("lavfi\\.signalstats\\." + key + "=([0-9.]+)");
-    double sum = 0;
-    int count = 0;
-    for (auto it = line.globalMatch(QString::fromUtf8(out)); it.hasNext(); ++count)
-        sum += it.next().captured(1).toDouble();
-    return count ? sum / count : -1;
+    const QRegularExpression line("lavfi\\.signalstats\\.(YAVG|YLOW|YHIGH)=([0-9.]+)");
+    QHash<QString, double> sums;
+    QHash<QString, int> counts;
+    for (auto it = line.globalMatch(QString::fromUtf8(decoded.out + decoded.err)); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        sums[match.captured(1)] += match.captured(2).toDouble();
+        ++counts[match.captured(1)];
+    }
+    for (auto it = sums.begin(); it != sums.end(); ++it)
+        *it /= counts[it.key()];
+    return sums;
 }
 
 // The findings among the three stage traps, with the HDR transfer beside its kind.
@@ -88,12 +79,12 @@ QStringList traps(const MediaClip &clip)
 // Frames divided by seconds, as ffprobe counts the video packets and times the track.
 double ffprobeAverageRate(const QString &file)
 {
-    QProcess process;
-    process.start("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
-                              "packet=pts_time,duration_time", "-of", "json", file});
-    process.waitForFinished(20'000);
     const QJsonArray packets =
-        QJsonDocument::fromJson(process.readAllStandardOutput())["packets"].toArray();
+        QJsonDocument::fromJson(
+            run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
+                            "packet=pts_time,duration_time", "-of", "json", file})
+                .out)["packets"]
+            .toArray();
     double first = 1e300;
     double end = -1e300;
     for (const QJsonValue &p : packets) {
@@ -125,13 +116,8 @@ TEST(StageTrapProbe, EachTrapClipGetsItsOwnFindingOnly)
         const MediaClip clip = MediaInspector::inspect(trapFixture(row.file), {}, probe);
         EXPECT_EQ(traps(clip), row.traps);
         // After the bit-rate finding and before the audio one.
-        const auto at = [&](IssueKind kind) {
-            for (qsizetype i = 0; i < clip.issues.size(); ++i) {
-                if (clip.issues[i].kind == kind)
-                    return i;
-            }
-            return qsizetype(-1);
-        };
+        const QList<IssueKind> kinds = issueKinds(clip);
+        const auto at = [&](IssueKind kind) { return kinds.indexOf(kind); };
         const qsizetype trap = std::max(
             {at(IssueKind::variableFrameRate), at(IssueKind::interlaced), at(IssueKind::hdr)});
         ASSERT_GE(trap, 0);
@@ -187,7 +173,7 @@ TEST(StageTrapConvert, ProResAndH264CopiesHaveNoTrapLeft)
             const QString movie = *converted;
             EXPECT_EQ(traps(MediaInspector::inspect(movie, {}, probe)), QStringList());
 
-            const QJsonObject stream = videoStream(movie);
+            const QJsonObject stream = streams(ffprobe(movie), u"video").value(0);
             if (name.startsWith("vfr")) {
                 // 25 fps on average becomes a constant 25 fps: every frame 40 ms.
                 const QList<double> times = frameTimes(movie);
@@ -206,10 +192,10 @@ TEST(StageTrapConvert, ProResAndH264CopiesHaveNoTrapLeft)
                 EXPECT_EQ(stream["color_primaries"].toString(), "bt709");
                 // The SDR pattern behind the fixture has mean luma 123 and a 10-90 % spread of
                 // 169 codes; the PQ signal read as SDR is a flat grey (spread 61).
-                const double mean = lumaStat(movie, "YAVG");
-                EXPECT_GT(mean, 90);
-                EXPECT_LT(mean, 150);
-                EXPECT_GT(lumaStat(movie, "YHIGH") - lumaStat(movie, "YLOW"), 110);
+                const QHash<QString, double> luma = lumaStats(movie);
+                EXPECT_GT(luma["YAVG"], 90);
+                EXPECT_LT(luma["YAVG"], 150);
+                EXPECT_GT(luma["YHIGH"] - luma["YLOW"], 110);
             }
         }
     }

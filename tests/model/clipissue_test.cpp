@@ -5,9 +5,14 @@
 
 namespace {
 
-ClipIssue issue(IssueKind kind)
+ClipIssue issue(IssueKind kind, std::optional<qint64> intValue = {},
+                std::optional<double> doubleValue = {}, std::optional<QString> textValue = {})
 {
-    return ClipIssue::make(ClipHealth::warn, kind);
+    ClipIssue made = ClipIssue::make(ClipHealth::warn, kind);
+    made.intValue = intValue;
+    made.doubleValue = doubleValue;
+    made.textValue = textValue;
+    return made;
 }
 
 } // namespace
@@ -36,32 +41,25 @@ TEST(ClipIssue, EnglishMessagesFillTheirOneArgument)
         ClipIssue issue;
         QString expected;
     };
-    ClipIssue wide = issue(IssueKind::tooWide);
-    wide.intValue = 7680;
-    ClipIssue aspect = issue(IssueKind::aspect);
-    aspect.doubleValue = 1.3333;
-    ClipIssue bitrate = issue(IssueKind::bitrate);
-    bitrate.doubleValue = 187.6;
-    ClipIssue heavy = issue(IssueKind::heavyCodec);
-    heavy.textValue = "HEVC";
-    ClipIssue read = issue(IssueKind::readError);
-    read.textValue = "Invalid data found when processing input";
-    ClipIssue hdr = issue(IssueKind::hdr);
-    hdr.textValue = "HLG";
     const Row rows[] = {
-        {"tooWide", wide, "Very wide (7680px). Better convert to a lighter Arena-ready format."},
+        {"tooWide", issue(IssueKind::tooWide, 7680),
+         "Very wide (7680px). Better convert to a lighter Arena-ready format."},
         {"tooWide without value", issue(IssueKind::tooWide),
          "Very wide (0px). Better convert to a lighter Arena-ready format."},
-        {"aspect", aspect, "Unusual aspect 1.33. Better convert to the format your screen needs."},
-        {"bitrate rounds", bitrate,
+        {"aspect", issue(IssueKind::aspect, {}, 1.3333),
+         "Unusual aspect 1.33. Better convert to the format your screen needs."},
+        {"bitrate rounds", issue(IssueKind::bitrate, {}, 187.6),
          "High bitrate \u2248 188 Mbps. Better convert to a lighter Arena-ready format."},
-        {"heavy", heavy, "HEVC is heavy for live use. Better convert the video to ProRes or DXV3."},
-        {"readError", read, "Read error: Invalid data found when processing input"},
+        {"heavy", issue(IssueKind::heavyCodec, {}, {}, "HEVC"),
+         "HEVC is heavy for live use. Better convert the video to ProRes or DXV3."},
+        {"readError",
+         issue(IssueKind::readError, {}, {}, "Invalid data found when processing input"),
+         "Read error: Invalid data found when processing input"},
         {"readError without text", issue(IssueKind::readError), "Read error: "},
         {"duplicate", issue(IssueKind::duplicate),
          "Possible duplicate of another clip in this pack."},
         {"noVideo", issue(IssueKind::noVideo), "No video track"},
-        {"hdr", hdr,
+        {"hdr", issue(IssueKind::hdr, {}, {}, "HLG"),
          "HDR video (HLG). Colours will look washed out on a standard stage output. "
          "Better convert to SDR."},
         {"variableFrameRate", issue(IssueKind::variableFrameRate),
@@ -77,8 +75,7 @@ TEST(ClipIssue, EnglishMessagesFillTheirOneArgument)
 // with the string tables.
 TEST(ClipIssue, EqualFindingsHashEqually)
 {
-    ClipIssue a = issue(IssueKind::bitrate);
-    a.doubleValue = 150.0;
+    ClipIssue a = issue(IssueKind::bitrate, {}, 150.0);
     const ClipIssue b = a;
     EXPECT_EQ(qHash(a), qHash(b));
     a.doubleValue = 150.5;

@@ -22,7 +22,6 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write("x");
     }
-    void mkdir(const QString &relative) { ASSERT_TRUE(QDir().mkpath(path(relative))); }
     void link(const QString &target, const QString &relative)
     {
         ASSERT_EQ(::symlink(QFile::encodeName(target).constData(),
@@ -56,17 +55,13 @@ TEST_F(DiscoveryTree, PlainFilesCountByExtensionOnly)
 
 TEST_F(DiscoveryTree, FolderWalkSkipsHiddenEntersPackagesAndTakesFoldersWithMediaNames)
 {
-    touch("show/b.mov");
-    touch("show/.hidden.mov");
-    touch("show/.cache/inside.mov");
-    touch("show/Player.app/Contents/Resources/bundled.mp4");
-    touch("show/notes.txt");
-    mkdir("show/folder.mov");
-    touch("show/folder.mov/inner.png");
-    const QStringList found = Discovery::collectMedia(path("show"));
-    const QStringList names = relative(found);
-    EXPECT_EQ(names, (QStringList{"show/b.mov", "show/folder.mov", "show/folder.mov/inner.png",
-                                  "show/Player.app/Contents/Resources/bundled.mp4"}));
+    for (const char *file : {"show/b.mov", "show/.hidden.mov", "show/.cache/inside.mov",
+                             "show/Player.app/Contents/Resources/bundled.mp4", "show/notes.txt",
+                             "show/folder.mov/inner.png"})
+        touch(file);
+    EXPECT_EQ(relative(Discovery::collectMedia(path("show"))),
+              (QStringList{"show/b.mov", "show/folder.mov", "show/folder.mov/inner.png",
+                           "show/Player.app/Contents/Resources/bundled.mp4"}));
 }
 
 TEST_F(DiscoveryTree, SymlinkLoopsEndAndLinkedFoldersAreWalkedOnce)
@@ -98,12 +93,9 @@ TEST_F(DiscoveryTree, UnreadableFoldersAreSkipped)
 
 TEST_F(DiscoveryTree, FreshMediaNormalisesDropsRepeatsSortsAndSkipsThePack)
 {
-    touch("show/10.mov");
-    touch("show/2.mov");
-    touch("show/1.mov");
-    touch("show/clip10.mov");
-    touch("show/clip2.mov");
-    touch("show/Clip1.mov");
+    for (const char *file : {"show/10.mov", "show/2.mov", "show/1.mov", "show/clip10.mov",
+                             "show/clip2.mov", "show/Clip1.mov"})
+        touch(file);
     const QStringList once =
         relative(Discovery::freshMedia({path("show"), path("show"), path("show/./2.mov")}, {}));
     EXPECT_EQ(once, (QStringList{"show/1.mov", "show/2.mov", "show/10.mov", "show/Clip1.mov",
@@ -127,8 +119,7 @@ TEST_F(DiscoveryTree, ALinkedFolderAndTheRealOneAreTheSameFiles)
     touch("real/y.png");
     link(path("real"), "alias");
     const QStringList direct = Discovery::freshMedia({path("real")}, {});
-    const QStringList linked = Discovery::freshMedia({path("alias")}, {});
-    EXPECT_EQ(direct, linked);
+    EXPECT_EQ(Discovery::freshMedia({path("alias")}, {}), direct);
     EXPECT_TRUE(Discovery::freshMedia({path("alias/x.mov")}, direct).isEmpty());
     EXPECT_EQ(Discovery::freshMedia({path("alias"), path("real/x.mov")}, {}).size(), 2);
 }

@@ -42,16 +42,16 @@ TEST(JsonWriter, PrettySortedLayout)
 
 TEST(JsonWriter, NumbersAreShortestExactForms)
 {
-    const std::pair<double, const char *> rows[] = {
-        {12.5, "12.5"}, {7.007, "7.007"}, {10.0, "10"}, {0.1, "0.1"},
-        {29.97002997002997, "29.97002997002997"}, {-0.0, "-0"}, {1e21, "1e+21"},
-        {1.0 / 3.0, "0.3333333333333333"},
-    };
-    for (const auto &[value, text] : rows) {
+    const std::pair<double, const char *> rows[] = {{12.5, "12.5"},
+                                                    {7.007, "7.007"},
+                                                    {10.0, "10"},
+                                                    {0.1, "0.1"},
+                                                    {29.97002997002997, "29.97002997002997"},
+                                                    {-0.0, "-0"},
+                                                    {1e21, "1e+21"},
+                                                    {1.0 / 3.0, "0.3333333333333333"}};
+    for (const auto &[value, text] : rows)
         EXPECT_EQ(encoded(JsonValue(value)), QByteArray(text));
-        const QByteArray back = encoded(JsonValue(value));
-        EXPECT_EQ(std::strtod(back.constData(), nullptr), value);
-    }
     EXPECT_EQ(encoded(JsonValue(qint64(9007199254740993))), "9007199254740993");
     EXPECT_EQ(encoded(JsonValue(-3)), "-3");
     EXPECT_FALSE(encodeJson(JsonValue(std::nan(""))).has_value());

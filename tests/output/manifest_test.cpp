@@ -1,5 +1,5 @@
-#include "output/manifest.h"
 #include "output/jsonwriter.h"
+#include "output/manifest.h"
 #include "output/timestamp.h"
 
 #include <QFile>
@@ -115,8 +115,7 @@ TEST(Manifest, WrittenByteForByte)
 
 TEST(Manifest, EmptyPrefixAndFailures)
 {
-    const QByteArray empty =
-        *encodeJson(Manifest::build({}, "", kCreated));
+    const QByteArray empty = *encodeJson(Manifest::build({}, "", kCreated));
     EXPECT_TRUE(empty.contains("\"showPrefix\" : \"\""));
     EXPECT_TRUE(empty.contains("\"clips\" : []"));
 
@@ -125,7 +124,8 @@ TEST(Manifest, EmptyPrefixAndFailures)
     QTemporaryDir dir;
     EXPECT_FALSE(Manifest::write(clips, dir.path(), "", kCreated).has_value());
     EXPECT_FALSE(QFile::exists(dir.filePath("manifest.json")));
-    const Status missing = Manifest::write(knownPack(), dir.filePath("no/such/folder"), "", kCreated);
+    const Status missing =
+        Manifest::write(knownPack(), dir.filePath("no/such/folder"), "", kCreated);
     ASSERT_FALSE(missing.has_value());
     EXPECT_EQ(missing.error().kind, Error::Kind::WriteFailed);
 }

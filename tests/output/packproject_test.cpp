@@ -56,20 +56,14 @@ TEST(PackProject, EncodesSortedWithoutBookmark)
 // Bookmarks, ids and times have their own table in projectdecoding_test.
 TEST(PackProject, DecodingIsStrictButToleratesLaterVersions)
 {
-    QByteArray text = PackProject::encode(sample());
-    QByteArray v2 = text;
-    v2.replace("\"version\" : 1", "\"version\" : 2");
-    EXPECT_TRUE(PackProject::decode(v2));
-
-    QByteArray noDate = text;
-    noDate.replace("\"createdAt\" : \"2026-11-16T21:42:48Z\",\n", "");
-    EXPECT_FALSE(PackProject::decode(noDate));
-    QByteArray wrongType = text;
-    wrongType.replace("\"zeroPad\" : false", "\"zeroPad\" : \"no\"");
-    EXPECT_FALSE(PackProject::decode(wrongType));
-    QByteArray fraction = text;
-    fraction.replace("\"cueIndex\" : 1", "\"cueIndex\" : 1.5");
-    EXPECT_FALSE(PackProject::decode(fraction));
+    const QByteArray text = PackProject::encode(sample());
+    const auto edited = [&](const char *from, const char *to) {
+        return QByteArray(text).replace(from, to);
+    };
+    EXPECT_TRUE(PackProject::decode(edited("\"version\" : 1", "\"version\" : 2")));
+    EXPECT_FALSE(PackProject::decode(edited("\"createdAt\" : \"2026-11-16T21:42:48Z\",\n", "")));
+    EXPECT_FALSE(PackProject::decode(edited("\"zeroPad\" : false", "\"zeroPad\" : \"no\"")));
+    EXPECT_FALSE(PackProject::decode(edited("\"cueIndex\" : 1", "\"cueIndex\" : 1.5")));
     EXPECT_FALSE(PackProject::decode(text.left(text.size() / 2)));
     EXPECT_FALSE(PackProject::decode(""));
     EXPECT_FALSE(PackProject::decode("[]"));

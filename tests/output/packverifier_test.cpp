@@ -2,6 +2,7 @@
 // reports, and that a checksum file with bad lines or an unreadable file never passes.
 #include "output/packexporter.h"
 #include "output/packverifier.h"
+#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,13 +19,6 @@ namespace {
 
 using PackVerifier::Finding;
 using PackVerifier::Problem;
-
-void write(const QString &path, const QByteArray &bytes, QIODevice::OpenMode mode)
-{
-    QFile file(path);
-    file.open(mode);
-    file.write(bytes);
-}
 
 } // namespace
 
@@ -50,13 +44,13 @@ TEST(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
          {{Problem::missing, "media/01_a.mov"}}},
         {"extra file and a leftover partial",
          [](const QString &pack) {
-             write(pack + "/media/03_new.mov", "new", QIODevice::WriteOnly);
-             write(pack + "/media/.01_a.mov.partial", "half", QIODevice::WriteOnly);
+             writeFile(pack + "/media/03_new.mov", "new");
+             writeFile(pack + "/media/.01_a.mov.partial", "half");
          },
          {{Problem::extra, "media/.01_a.mov.partial"}, {Problem::extra, "media/03_new.mov"}}},
         {"malformed lines, the rest still checked",
          [](const QString &pack) {
-             write(pack + "/checksums.sha256", "not a checksum\n", QIODevice::Append);
+             writeFile(pack + "/checksums.sha256", "not a checksum\n", QIODevice::Append);
              QFile::remove(pack + "/cues.csv");
          },
          {{Problem::missing, "cues.csv"}, {Problem::malformed, "checksums.sha256:6"}}},
@@ -76,8 +70,8 @@ TEST(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
         QList<MediaClip> clips;
         for (const auto &[name, arena, size] :
              {std::tuple{"a.mov", "01_a", 5000}, std::tuple{"b.mov", "02_b", 200000}}) {
-            write(sources.filePath(name), QByteArray(size, name[0]), QIODevice::WriteOnly);
-            MediaClip clip = MediaClip::forFile(sources.filePath(name));
+            MediaClip clip =
+                MediaClip::forFile(writeFile(sources.filePath(name), QByteArray(size, name[0])));
             clip.arenaName = arena;
             clips.append(clip);
         }

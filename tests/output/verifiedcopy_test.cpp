@@ -4,6 +4,7 @@
 #include "output/filecopy.h"
 #include "output/packbackup.h"
 #include "output/packexporter.h"
+#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -44,12 +45,7 @@ protected:
     // A source with a mode and a modification time that a fresh copy would not get.
     QString source(const QString &relative, const QByteArray &bytes)
     {
-        const QString path = m_sources.filePath(relative);
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-        file.close();
+        const QString path = writeFile(m_sources.filePath(relative), bytes);
         ::chmod(QFile::encodeName(path).constData(), 0640);
         const struct utimbuf old {
             1600000000, 1600000000 + m_files++
@@ -86,18 +82,17 @@ TEST_F(VerifiedCopy, ChecksumLinesAreThoseOfCoreutils)
     const QStringList names{"plain.mov",      "with space.mov",       "back\\slash.mov",
                             "line\nfeed.mov", "carriage\rreturn.mov", "star*.mov"};
     QList<ChecksumFile::Entry> entries;
-    QByteArray theirs;
     for (const QString &name : names) {
-        const QString path = source("esc/" + name, name.toUtf8());
-        const Result<QByteArray> digest = hashFromDevice(path, {}, {});
+        const Result<QByteArray> digest =
+            hashFromDevice(source("esc/" + name, name.toUtf8()), {}, {});
         ASSERT_TRUE(digest.has_value());
         entries.append({name, *digest});
-        QProcess run;
-        run.setWorkingDirectory(m_sources.filePath("esc"));
-        run.start("sha256sum", {"--", name});
-        run.waitForFinished();
-        theirs += run.readAllStandardOutput();
     }
+    QProcess run; // one line per name, in the order given
+    run.setWorkingDirectory(m_sources.filePath("esc"));
+    run.start("sha256sum", QStringList{"--"} + names);
+    run.waitForFinished();
+    const QByteArray theirs = run.readAllStandardOutput();
     EXPECT_EQ(ChecksumFile::format(entries), theirs);
     const ChecksumFile::Parsed back = ChecksumFile::parse(theirs);
     ASSERT_EQ(back.entries.size(), names.size());
@@ -149,9 +144,7 @@ TEST_F(VerifiedCopy, ExportAndBackupPassCoreutilsAndKeepTimesAndModes)
     // The sources themselves: bytes, time and mode as they were.
     EXPECT_EQ(statOf(clips[0].sourcePath()).st_mtime, 1600000000);
     EXPECT_EQ(statOf(clips[1].sourcePath()).st_mtime, 1600000001);
-    QFile second(clips[1].sourcePath());
-    ASSERT_TRUE(second.open(QIODevice::ReadOnly));
-    EXPECT_EQ(second.readAll(), "second intro");
+    EXPECT_EQ(readFile(clips[1].sourcePath()), "second intro");
 }
 
 TEST_F(VerifiedCopy, ACopyChangedBeforeItsReadBackStopsTheExport)
@@ -163,11 +156,8 @@ TEST_F(VerifiedCopy, ACopyChangedBeforeItsReadBackStopsTheExport)
         [](const QString &from, const QString &to, std::stop_token stop,
            const std::function<void(qint64)> &bytes) -> Result<QByteArray> {
         Result<QByteArray> digest = copyFileHashing(from, to, stop, bytes);
-        if (from.endsWith("b.mov")) {
-            QFile copy(to);
-            copy.open(QIODevice::ReadWrite);
-            copy.write("X");
-        }
+        if (from.endsWith("b.mov"))
+            writeFile(to, "X", QIODevice::ReadWrite);
         return digest;
     };
     for (const bool verify : {true, false}) {

@@ -1,4 +1,5 @@
 #include "session/contentfingerprint.h"
+#include "support/files.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -14,15 +15,6 @@ QByteArray pattern(qint64 size, char seed)
     for (qint64 i = 0; i < size; ++i)
         bytes[i] = static_cast<char>((i * 31 + seed) & 0xFF);
     return bytes;
-}
-
-QString write(const QTemporaryDir &dir, const QString &name, const QByteArray &bytes)
-{
-    const QString path = dir.filePath(name);
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(bytes);
-    return path;
 }
 
 QString sha256Hex(const QByteArray &bytes)
@@ -48,18 +40,17 @@ TEST(ContentFingerprint, HashesHeaderHeadAndTailExactly)
     const qint64 kS = ContentFingerprint::kSampleBytes;
 
     const QByteArray small = pattern(1000, 1);
-    const QString smallPath = write(dir, "small.mov", small);
-    EXPECT_EQ(ContentFingerprint::make(smallPath, 12.5, 1000), sha256Hex("1000|125" + small));
+    EXPECT_EQ(ContentFingerprint::make(writeFile(dir.filePath("small.mov"), small), 12.5, 1000),
+              sha256Hex("1000|125" + small));
 
     const QByteArray middle = pattern(300 * 1024, 2); // only the head is read
-    const QString middlePath = write(dir, "middle.mov", middle);
-    EXPECT_EQ(ContentFingerprint::make(middlePath, std::nullopt, middle.size()),
+    EXPECT_EQ(ContentFingerprint::make(writeFile(dir.filePath("middle.mov"), middle), std::nullopt,
+                                       middle.size()),
               sha256Hex("307200|0" + middle.left(kS)));
 
     const QByteArray large = pattern(2 * 1024 * 1024 + 17, 3);
-    const QString largePath = write(dir, "large.mov", large);
     EXPECT_EQ(
-        ContentFingerprint::make(largePath, 60.0, large.size()),
+        ContentFingerprint::make(writeFile(dir.filePath("large.mov"), large), 60.0, large.size()),
         sha256Hex(QByteArray::number(large.size()) + "|600" + large.left(kS) + large.right(kS)));
 }
 
@@ -69,7 +60,7 @@ TEST(ContentFingerprint, UnreadableFilesHashTheirHeaderAlone)
     QTemporaryDir dir;
     // A file that shrank since it was measured: the tail read past the end adds nothing.
     const QByteArray bytes = pattern(100, 4);
-    const QString path = write(dir, "shrunk.mov", bytes);
-    EXPECT_EQ(ContentFingerprint::make(path, std::nullopt, 10'000'000),
+    EXPECT_EQ(ContentFingerprint::make(writeFile(dir.filePath("shrunk.mov"), bytes), std::nullopt,
+                                       10'000'000),
               sha256Hex("10000000|0" + bytes));
 }

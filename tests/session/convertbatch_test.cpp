@@ -44,10 +44,8 @@ protected:
         m_probe->setVideo("loud.mov", loudVideo());
         m_probe->setImage("a.png", ImageFacts{true, true, 1921, 1081});
         m_probe->setImage("c.png", ImageFacts{true, true, 1921, 1081});
-        touch("show/a.png");
-        touch("show/b.mov");
-        touch("show/c.png");
-        touch("show/loud.mov");
+        for (const char *file : {"show/a.png", "show/b.mov", "show/c.png", "show/loud.mov"})
+            touch(file);
         QCoro::waitFor(vm().ingest({url(path("show"))}));
         ASSERT_EQ(vm().clips().size(), 4);
         QDir().mkpath(path("out"));

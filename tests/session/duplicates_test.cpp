@@ -1,5 +1,6 @@
 #include "session/contentfingerprint.h"
 #include "session/duplicates.h"
+#include "support/clips.h"
 
 #include <gtest/gtest.h>
 
@@ -14,12 +15,6 @@ MediaClip clip(const QString &name, std::optional<QString> fingerprint, qint64 s
     c.fileSize = size;
     c.duration = duration;
     return c;
-}
-
-qsizetype duplicateFindings(const MediaClip &c)
-{
-    return std::count_if(c.issues.cbegin(), c.issues.cend(),
-                         [](const ClipIssue &i) { return i.kind == IssueKind::duplicate; });
 }
 
 QStringList names(const QList<MediaClip> &clips)
@@ -41,15 +36,14 @@ TEST(Duplicates, IdenticalCopiesAreAllMarkedAndRemovalKeepsTheFirst)
     EXPECT_TRUE(clips[0].isDuplicate);
     EXPECT_FALSE(clips[1].isDuplicate);
     EXPECT_TRUE(clips[2].isDuplicate);
-    EXPECT_EQ(clips[0].health(), ClipHealth::warn);
-    EXPECT_EQ(clips[1].health(), ClipHealth::ok);
+    EXPECT_EQ(issueKinds(clips[0]).count(IssueKind::duplicate), 1);
 
     std::optional<QUuid> selected = clips[2].id;
     EXPECT_EQ(Duplicates::removeDuplicatesKeepingFirst(clips, selected, "gig", true), 0);
     EXPECT_EQ(names(clips), (QStringList{"01_gig_a", "02_gig_other"}));
     EXPECT_EQ(selected, clips[0].id); // the selected copy left: the first clip is selected
     EXPECT_FALSE(clips[0].isDuplicate);
-    EXPECT_EQ(duplicateFindings(clips[0]), 0);
+    EXPECT_EQ(issueKinds(clips[0]).count(IssueKind::duplicate), 0);
 }
 
 TEST(Duplicates, SoftRuleMarksSameSizeAndDurationButRemovalKeepsBoth)
@@ -64,10 +58,10 @@ TEST(Duplicates, SoftRuleMarksSameSizeAndDurationButRemovalKeepsBoth)
 
 TEST(Duplicates, StillsAndBlipsNeverMatchBySize)
 {
-    QList<MediaClip> stills{clip("a.png", "p1", 2048, 0.0), clip("b.png", "p2", 2048, 0.0),
-                            clip("c.mov", "m1", 99, 0.4), clip("d.mov", "m2", 99, 0.4),
-                            clip("e.mov", "m3", 77, std::nullopt),
-                            clip("f.mov", "m4", 77, std::nullopt)};
+    QList<MediaClip> stills{
+        clip("a.png", "p1", 2048, 0.0),        clip("b.png", "p2", 2048, 0.0),
+        clip("c.mov", "m1", 99, 0.4),          clip("d.mov", "m2", 99, 0.4),
+        clip("e.mov", "m3", 77, std::nullopt), clip("f.mov", "m4", 77, std::nullopt)};
     EXPECT_EQ(Duplicates::markDuplicates(stills), 0);
 }
 
@@ -91,7 +85,7 @@ TEST(Duplicates, MarkingTwiceLeavesOneFindingAndKeepsOthers)
     Duplicates::markDuplicates(clips);
     const QUuid firstId = clips[0].issues.back().id;
     Duplicates::markDuplicates(clips);
-    EXPECT_EQ(duplicateFindings(clips[0]), 1);
+    EXPECT_EQ(issueKinds(clips[0]).count(IssueKind::duplicate), 1);
     EXPECT_EQ(clips[0].issues.front().kind, IssueKind::audio);
     EXPECT_NE(clips[0].issues.back().id, firstId); // each pass makes a fresh finding
 }

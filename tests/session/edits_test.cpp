@@ -10,9 +10,8 @@ class Edits : public SessionTest
 protected:
     void SetUp() override
     {
-        touch("s/a.mov");
-        touch("s/b.mov");
-        touch("s/c.mov");
+        for (const char *file : {"s/a.mov", "s/b.mov", "s/c.mov"})
+            touch(file);
         QCoro::waitFor(vm().ingest({url(path("s"))}));
         ASSERT_EQ(vm().clips().size(), 3);
     }

@@ -28,9 +28,8 @@ TEST(PackStatus, EnglishTexts)
         {PackStatus::idle(), ""},
         {PackStatus::error("Cancelled"), "Cancelled"},
     };
-    for (const auto &[status, expected] : rows) {
+    for (const auto &[status, expected] : rows)
         EXPECT_EQ(status.text(en), QString::fromUtf8(expected));
-    }
 }
 
 TEST(PackStatus, SameValueRendersInEveryLanguage)

@@ -2,6 +2,7 @@
 #include "sessionfixture.h"
 
 #include "media/ffmpeg/ffmpegprobe.h"
+#include "support/files.h"
 
 #include <QCoroTask>
 
@@ -47,9 +48,7 @@ TEST_F(RealMedia, IngestJudgesExportsAndReloadsWithoutTouchingSources)
     const QString pack = vm().lastExportURL()->toLocalFile();
     EXPECT_EQ(QDir(pack + "/media").entryList(QDir::Files),
               (QStringList{"01_band_intro.MP4", "02_logo.png", "03_notes.mov", "04_opening.mov"}));
-    QFile copy(pack + "/media/04_opening.mov");
-    ASSERT_TRUE(copy.open(QIODevice::ReadOnly));
-    EXPECT_EQ(copy.readAll(), before.value(kShow + "/Opening.mov").first);
+    EXPECT_EQ(readFile(pack + "/media/04_opening.mov"), before.value(kShow + "/Opening.mov").first);
 
     m_panels.files.push_back(path("show.cuebox.json"));
     vm().saveProject();

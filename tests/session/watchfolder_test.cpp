@@ -30,7 +30,6 @@ TEST_F(WatchFolder, ABurstOfTenFilesStartsOneIngestThatAddsTen)
     ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 11 && !vm().isScanning(); }));
     EXPECT_GE(sinceLast.elapsed(), WatchFolderMonitor::kDebounceMs - 50);
     EXPECT_EQ(ingests, 1);
-    EXPECT_EQ(vm().status(), PackStatus::watching("drop"));
     EXPECT_EQ(vm().statusText(), "Watching: drop");
 }
 
@@ -54,9 +53,7 @@ TEST_F(WatchFolder, StoppingAndFailedOpen)
     vm().startWatching(path("two")); // the first watch ends
     ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 2 && !vm().isScanning(); }));
     touch("one/late.mov");
-    QElapsedTimer wait;
-    wait.start();
-    waitUntil([&] { return wait.elapsed() > 1200; });
+    waitUntil([] { return false; }, 1200); // past the debounce: nothing may join
     EXPECT_EQ(vm().clips().size(), 2);
     vm().stopWatching();
     EXPECT_FALSE(vm().watchFolder().folder());

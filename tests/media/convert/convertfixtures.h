@@ -101,6 +101,15 @@ inline ::testing::AssertionResult decodesCleanly(const QString &file)
            << "ffmpeg exit " << decoded.exitCode << ": " << decoded.err.toStdString();
 }
 
+// Mean absolute difference of two equally long runs of 8-bit samples.
+inline double meanDifference(const QByteArray &a, const QByteArray &b)
+{
+    qint64 total = 0;
+    for (qsizetype i = 0; i < a.size(); ++i)
+        total += std::abs(int(quint8(a[i])) - int(quint8(b[i])));
+    return double(total) / double(a.size());
+}
+
 // A source's bytes and modification time, to prove a conversion left it alone.
 struct Snapshot {
     QByteArray sha256;

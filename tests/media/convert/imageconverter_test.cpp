@@ -2,6 +2,7 @@
 #include "convertfixtures.h"
 
 #include "media/convert/mediaconverter.h"
+#include "support/files.h"
 
 #include <QImage>
 #include <QImageReader>
@@ -59,9 +60,7 @@ TEST_F(ImageConversion, EvenSizesCropTheLastColumnAndRowOnly)
                 {"still_33x17.png", true, {32, 16}}};
     for (const auto &row : rows) {
         SCOPED_TRACE(std::string(row.fixture) + (row.forceEven ? " even" : " as it is"));
-        QFile old(output());
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an older still") > 0);
-        old.close();
+        writeFile(output(), "an older still");
         const ConvertResult result = convert(row.fixture, row.forceEven);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, output());
@@ -69,7 +68,6 @@ TEST_F(ImageConversion, EvenSizesCropTheLastColumnAndRowOnly)
         EXPECT_EQ(entries(m_folder.path()), QStringList{"04_still.png"});
         const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
         EXPECT_EQ(video[u"codec_name"].toString(), "png");
-        EXPECT_EQ(QSize(video[u"width"].toInt(), video[u"height"].toInt()), row.size);
         const QImage source = stored(path(row.fixture)).convertToFormat(QImage::Format_RGB32);
         const QImage written = stored(*result).convertToFormat(QImage::Format_RGB32);
         ASSERT_EQ(written.size(), row.size);
@@ -89,8 +87,6 @@ TEST_F(ImageConversion, SixteenBitStaysSixteenBit)
     const QString pixelFormat = video[u"pix_fmt"].toString();
     EXPECT_TRUE(pixelFormat == u"rgb48be" || pixelFormat == u"rgba64be")
         << pixelFormat.toStdString();
-    EXPECT_EQ(video[u"width"].toInt(), 64);
-    EXPECT_EQ(video[u"height"].toInt(), 48);
     const QImage source = stored(path("still16_65x49.png"));
     const QImage written = stored(*result);
     ASSERT_EQ(written.depth(), 64);
@@ -103,20 +99,16 @@ TEST_F(ImageConversion, HeicIsDecodedThroughLibheif)
 {
     const ConvertResult result = convert("still.heic", true);
     ASSERT_TRUE(result) << result.error().description().toStdString();
-    const QImage written = stored(*result).convertToFormat(QImage::Format_RGB32);
-    const QImage original = stored(path("heic_source.png")).convertToFormat(QImage::Format_RGB32);
+    // 400 RGB pixels fill whole 32-bit words: the lines lie without padding.
+    const QImage written = stored(*result).convertToFormat(QImage::Format_RGB888);
+    const QImage original = stored(path("heic_source.png")).convertToFormat(QImage::Format_RGB888);
     ASSERT_EQ(written.size(), QSize(400, 300));
+    ASSERT_EQ(original.size(), written.size());
+    const auto samples = [](const QImage &image) {
+        return QByteArray(reinterpret_cast<const char *>(image.constBits()), image.sizeInBytes());
+    };
     // Lossy at quality 90: close to the picture it was made from, channel by channel.
-    qint64 totalError = 0;
-    for (int y = 0; y < 300; ++y) {
-        for (int x = 0; x < 400; ++x) {
-            const QRgb a = written.pixel(x, y);
-            const QRgb b = original.pixel(x, y);
-            totalError += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) +
-                          std::abs(qBlue(a) - qBlue(b));
-        }
-    }
-    EXPECT_LT(double(totalError) / (400.0 * 300 * 3), 6.0);
+    EXPECT_LT(meanDifference(samples(written), samples(original)), 6.0);
 }
 
 TEST_F(ImageConversion, UnreadableImagesAreUnsupported)

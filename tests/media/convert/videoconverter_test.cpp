@@ -4,7 +4,9 @@
 #include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
+#include "support/files.h"
 
+#include <QSize>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -47,14 +49,6 @@ QByteArray firstFrame(const QString &file, const QString &filter, const QString 
         .out;
 }
 
-double meanDifference(const QByteArray &a, const QByteArray &b)
-{
-    qint64 total = 0;
-    for (qsizetype i = 0; i < a.size(); ++i)
-        total += std::abs(int(quint8(a[i])) - int(quint8(b[i])));
-    return double(total) / double(a.size());
-}
-
 struct FormatCase {
     const char *name;
     ArenaConvertFormat format;
@@ -83,9 +77,7 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
     QList<qint64> videoBitRates;
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
-        QFile old(output()); // an older conversion of the same name is replaced
-        ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("an older conversion") > 0);
-        old.close();
+        writeFile(output(), "an older conversion"); // replaced by the new one
         const ConvertResult result = convert("av.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         EXPECT_EQ(*result, output());
@@ -99,8 +91,7 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
         EXPECT_EQ(video[0][u"codec_tag_string"].toString(), QLatin1String(row.videoTag));
         EXPECT_EQ(video[0][u"profile"].toString(), QLatin1String(row.profile));
         EXPECT_EQ(video[0][u"pix_fmt"].toString(), QLatin1String(row.pixelFormat));
-        EXPECT_EQ(video[0][u"width"].toInt(), 320);
-        EXPECT_EQ(video[0][u"height"].toInt(), 180);
+        EXPECT_EQ(QSize(video[0][u"width"].toInt(), video[0][u"height"].toInt()), QSize(320, 180));
         EXPECT_EQ(video[0][u"nb_frames"].toString(), sourceVideo[u"nb_frames"].toString());
         EXPECT_NEAR(number(video[0], "duration"), number(sourceVideo, "duration"), frame);
         EXPECT_EQ(video[0][u"avg_frame_rate"].toString(), "25/1");
@@ -127,7 +118,6 @@ TEST_F(VideoConversion, EachFormatWritesItsCodecSizeDurationAndAudio)
         ASSERT_TRUE(facts.duration);
         EXPECT_NEAR(*facts.duration, number(sourceVideo, "duration"), frame);
         EXPECT_FLOAT_EQ(facts.nominalFrameRate, 25.0f);
-        EXPECT_EQ(facts.videoTrackCount, 1);
         EXPECT_EQ(facts.audioTrackCount, 1);
     }
     // ProRes 422 LT is lighter than ProRes 422, but not by half.
@@ -187,22 +177,20 @@ TEST_F(VideoConversion, AudioTracksOutNumberZeroOrTheFirstOfTheSource)
 
 TEST_F(VideoConversion, DisplayMatrixIsCarriedOverAndPixelsStayStored)
 {
+    const std::optional<DisplayMatrix> sourceMatrix =
+        FfmpegProbe().probeVideo(path("rotated.mov"), {}).transform;
+    ASSERT_TRUE(sourceMatrix);
+    ASSERT_NE(*sourceMatrix, DisplayMatrix{});
     for (const FormatCase &row : kFormatCases) {
         SCOPED_TRACE(row.name);
         const ConvertResult result = convert("rotated.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
         const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
-        EXPECT_EQ(video[u"width"].toInt(), 320);
-        EXPECT_EQ(video[u"height"].toInt(), 180);
+        EXPECT_EQ(QSize(video[u"width"].toInt(), video[u"height"].toInt()), QSize(320, 180));
         const QJsonArray sideData = video[u"side_data_list"].toArray();
         ASSERT_EQ(sideData.size(), 1);
         EXPECT_EQ(sideData[0].toObject()[u"rotation"].toInt(), -90);
         EXPECT_TRUE(decodesCleanly(*result));
-
-        const std::optional<DisplayMatrix> sourceMatrix =
-            FfmpegProbe().probeVideo(path("rotated.mov"), {}).transform;
-        ASSERT_TRUE(sourceMatrix);
-        ASSERT_NE(*sourceMatrix, DisplayMatrix{});
         EXPECT_EQ(FfmpegProbe().probeVideo(*result, {}).transform, sourceMatrix);
     }
 }
@@ -217,9 +205,6 @@ TEST_F(VideoConversion, OddSidesLoseTheirLastColumnOrRowInEveryFormat)
         SCOPED_TRACE(row.name);
         const ConvertResult result = convert("odd.mov", row.format);
         ASSERT_TRUE(result) << result.error().description().toStdString();
-        const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
-        EXPECT_EQ(video[u"width"].toInt(), 320);
-        EXPECT_EQ(video[u"height"].toInt(), 180);
         EXPECT_TRUE(decodesCleanly(*result));
         const QByteArray got = firstFrame(*result, "null", "gray");
         ASSERT_EQ(got.size(), expected.size());
