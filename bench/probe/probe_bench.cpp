@@ -8,6 +8,7 @@
 // and its time is scaled to FILES: a process per file takes minutes for 1,000.
 #include "media/ffmpeg/avhandles.h"
 #include "media/ffmpeg/ffmpegprobe.h"
+#include "media/ffmpeg/inputfile.h"
 #include "media/mediainspector.h"
 
 #include <QCoreApplication>
@@ -104,6 +105,16 @@ int floorPass(const QList<QByteArray> &paths)
     return opened;
 }
 
+// The product's open alone (guarded, whitelisted, one file only): what of the probe's cost is
+// opening, next to the floor's bare open.
+int openPass(const QStringList &paths)
+{
+    int opened = 0;
+    for (const QString &path : paths)
+        opened += InputFile::open(path, {}, std::chrono::seconds(10)).has_value() ? 1 : 0;
+    return opened;
+}
+
 int probePass(const QStringList &paths, const FfmpegProbe &probe)
 {
     const InspectionRules rules;
@@ -168,6 +179,7 @@ int main(int argc, char **argv)
     const int probed = probePass(paths, probe);
 
     const double floorMs = bestOf(5, [&] { floorPass(local); });
+    const double openMs = bestOf(5, [&] { openPass(paths); });
     const double probeMs = bestOf(5, [&] { probePass(paths, probe); });
     int ffprobeOk = 0;
     const double ffprobeMs =
@@ -178,6 +190,8 @@ int main(int argc, char **argv)
                 qPrintable(folder), opened, probed, ffprobeOk, ffprobeCount);
     std::printf("floor   (open + close):      %9.1f ms  %7.1f us/file\n", floorMs,
                 1000 * floorMs / count);
+    std::printf("open    (InputFile::open):   %9.1f ms  %7.1f us/file\n", openMs,
+                1000 * openMs / count);
     std::printf("probe   (MediaInspector):    %9.1f ms  %7.1f us/file\n", probeMs,
                 1000 * probeMs / count);
     std::printf("ffprobe (process per file):  %9.1f ms  %7.1f us/file\n", ffprobeMs,
