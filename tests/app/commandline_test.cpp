@@ -85,6 +85,7 @@ TEST(CommandLine, UsageErrorsNameTheBadArgument)
     const Outcome help = cuebox({"convert", "--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_TRUE(help.out.contains("--only-problems"));
+    EXPECT_TRUE(help.out.contains(QString::fromUtf8("Number cues 1, 2… instead of 01, 02….")));
 }
 
 TEST(CommandLine, JsonAgreesWithTheManifestOfAnExport)
