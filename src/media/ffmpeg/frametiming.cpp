@@ -1,8 +1,11 @@
 #include "frametiming.h"
 
+#include "h264header.h"
 #include "inputfile.h"
 
-#include <QByteArrayList>
+extern "C" {
+#include <libavutil/avstring.h>
+}
 
 #include <algorithm>
 #include <chrono>
@@ -44,10 +47,17 @@ bool isInterlaced(int order)
 
 bool readsPackets(const AVFormatContext *format)
 {
-    const QByteArray name(format->iformat->name);
     return std::any_of(
         std::begin(kPacketTimedDemuxers), std::end(kPacketTimedDemuxers),
-        [&](const char *demuxer) { return name.split(',').contains(QByteArray(demuxer)); });
+        [&](const char *demuxer) { return av_match_name(demuxer, format->iformat->name) != 0; });
+}
+
+// Most H.264 is coded as frames only, which its sequence header says: the parser and the
+// packets it would read are then spared.
+bool progressiveByHeader(const AVCodecParameters *codec)
+{
+    return codec->codec_id == AV_CODEC_ID_H264 && codec->extradata &&
+           H264Header::framesOnly({codec->extradata, size_t(codec->extradata_size)});
 }
 
 // Decoding times of every sample in the track's index, left out the ones an edit list drops.
@@ -75,8 +85,9 @@ class FieldReader
 public:
     explicit FieldReader(const AVStream *video)
     {
-        if (video->codecpar->field_order != AV_FIELD_UNKNOWN)
-            return; // the container says
+        if (video->codecpar->field_order != AV_FIELD_UNKNOWN ||
+            progressiveByHeader(video->codecpar))
+            return; // the container or the sequence header says
         m_parser.reset(av_parser_init(video->codecpar->codec_id));
         m_codec.reset(avcodec_alloc_context3(nullptr));
         if (!m_parser || !m_codec ||
