@@ -6,6 +6,8 @@
 
 #include <QtConcurrent>
 
+#include <tuple>
+
 void LiveRules::set(InspectionRules rules)
 {
     const std::lock_guard lock(m_mutex);
@@ -18,26 +20,63 @@ InspectionRules LiveRules::get() const
     return m_rules;
 }
 
+namespace {
+
+// Fingerprints are hashed a few clips at a time: handing each clip to the pool on its own
+// woke a pool thread per file, which cost a third as much as the probe.
+constexpr qsizetype kFingerprintBatch = 8;
+
+struct Hashing {
+    qsizetype first = 0; // the first clip of the batch in flight
+    QFuture<QStringList> fingerprints;
+};
+
+} // namespace
+
 QList<MediaClip> ProbeBatch::run(const QStringList &files, std::stop_token stop) const
 {
     QList<MediaClip> clips;
     clips.reserve(files.size());
-    QFuture<QString> pendingFingerprint;
-    ReadAhead readAhead(files, readAheadOptions);
+    Hashing hashing;
+    qsizetype unhashed = 0; // the first clip not handed to the pool yet
+    const auto settle = [&] {
+        if (!hashing.fingerprints.isValid())
+            return;
+        const QStringList fingerprints = hashing.fingerprints.result();
+        for (qsizetype k = 0; k < fingerprints.size(); ++k)
+            clips[hashing.first + k].contentFingerprint = fingerprints[k];
+        hashing = {};
+    };
+    // One batch in flight at most: the files it reads are still held open by the readers
+    // ahead (heldBehind below), and memory stays flat.
+    const auto hashRest = [&] {
+        settle();
+        QList<std::tuple<QString, std::optional<double>, qint64>> batch;
+        for (qsizetype k = unhashed; k < clips.size(); ++k)
+            batch.append({clips[k].sourcePath(), clips[k].duration, clips[k].fileSize});
+        hashing.first = unhashed;
+        unhashed = clips.size();
+        hashing.fingerprints = QtConcurrent::run([batch = std::move(batch)] {
+            QStringList fingerprints;
+            for (const auto &[path, duration, size] : batch)
+                fingerprints.append(ContentFingerprint::make(path, duration, size));
+            return fingerprints;
+        });
+    };
+
+    ReadAhead::Options readAhead = readAheadOptions;
+    readAhead.heldBehind = 2 * kFingerprintBatch;
+    ReadAhead reader(files, readAhead);
     for (qsizetype i = 0; i < files.size() && !stop.stop_requested(); ++i) {
         if (willProbe)
             willProbe(i);
-        readAhead.reach(i);
-        MediaClip clip = MediaInspector::inspect(files[i], rules->get(), *probe, stop);
-        if (!clips.isEmpty())
-            clips.back().contentFingerprint = pendingFingerprint.result();
-        pendingFingerprint = QtConcurrent::run(
-            [path = clip.sourcePath(), duration = clip.duration, size = clip.fileSize] {
-                return ContentFingerprint::make(path, duration, size);
-            });
-        clips.append(std::move(clip));
+        reader.reach(i);
+        clips.append(MediaInspector::inspect(files[i], rules->get(), *probe, stop));
+        if (clips.size() - unhashed >= kFingerprintBatch)
+            hashRest();
     }
-    if (!clips.isEmpty())
-        clips.back().contentFingerprint = pendingFingerprint.result();
+    if (unhashed < clips.size())
+        hashRest();
+    settle();
     return clips;
 }

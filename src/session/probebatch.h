@@ -30,8 +30,8 @@ private:
 };
 
 // Probes files strictly one after another on the calling thread (never two probes at once),
-// while each clip's fingerprint is hashed on another pool thread as the next file is probed and
-// the files after it are read ahead (ReadAhead).
+// while the fingerprints of the clips probed are hashed a few at a time on a pool thread and the
+// files after them are read ahead (ReadAhead).
 // Running the whole batch on one worker keeps the GUI thread out of the loop: a round trip
 // through the event loop per file cost as much as the probe itself.
 struct ProbeBatch {

@@ -165,11 +165,11 @@ void ReadAhead::reach(qsizetype index)
         if (step == Step::queued)
             step = Step::done;
     }
-    // Two files back is let go: the fingerprint of the one before `index` may still borrow its
-    // file, the one before that has finished (the batch waits for it before probing on).
-    if (index >= 2 && s.steps[static_cast<size_t>(index - 2)] == Step::held) {
-        HeldFiles::release(s.files[index - 2]);
-        s.steps[static_cast<size_t>(index - 2)] = Step::done;
+    // The work that follows the probe (fingerprints) is done with files further back.
+    const qsizetype behind = index - 1 - std::max(0, s.options.heldBehind);
+    if (behind >= 0 && s.steps[static_cast<size_t>(behind)] == Step::held) {
+        HeldFiles::release(s.files[behind]);
+        s.steps[static_cast<size_t>(behind)] = Step::done;
     }
     const qsizetype end = std::min(s.files.size(), index + 1 + s.options.depth);
     const bool fast = s.diskIsFast();

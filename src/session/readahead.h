@@ -17,6 +17,8 @@ public:
     struct Options {
         int depth = 32;  // files read ahead of the one being probed
         int readers = 8; // reads in flight at once
+        // Files behind the probe kept open for work that reads them after it (fingerprints).
+        int heldBehind = 1;
         // Called on a reader before it opens a file; tests slow the disk down with it.
         std::function<void(const QString &path)> beforeOpen;
     };
@@ -30,7 +32,7 @@ public:
 
     // The probe is about to read file `index`: files up to `index + depth` are queued, and when
     // file `index` is being read ahead right now, this waits for it (its open is paid already,
-    // opening again would only pay twice). Files before `index` are let go.
+    // opening again would only pay twice). Files more than `heldBehind` before it are let go.
     void reach(qsizetype index);
 
     // The bytes read ahead of each file: the head (container header, fingerprint sample) and
