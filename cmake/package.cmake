@@ -27,7 +27,12 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # The libraries the program links come from dpkg-shlibdeps. Qt loads the TIFF and WebP image
 # readers as plugins at run time, which dpkg-shlibdeps cannot see; stills need them.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-image-formats-plugins")
+# Loaded at run time, so the computed dependencies cannot see it: the package of the library
+# version the program was built against.
+file(STRINGS "${AVFILTER_INCLUDEDIR}/libavfilter/version_major.h" CUEBOX_AVFILTER_MAJOR
+     REGEX "#define LIBAVFILTER_VERSION_MAJOR +[0-9]+")
+string(REGEX MATCH "[0-9]+$" CUEBOX_AVFILTER_MAJOR "${CUEBOX_AVFILTER_MAJOR}")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-image-formats-plugins, libavfilter${CUEBOX_AVFILTER_MAJOR}")
 # Wayland and other display servers beyond X11 are Qt platform plugins as well.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins")
 # Control files with the owners and modes dpkg and lintian expect.

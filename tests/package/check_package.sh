@@ -54,7 +54,7 @@ field() { dpkg-deb --field "$deb" "$1"; }
 [[ "$(field Description | wc -l)" -ge 5 ]] || fail "Description: $(field Description)"
 depends="$(field Depends)"
 for library in 'libqt6widgets6 \(>= ' 'libavformat[0-9]+ \(>= ' 'libheif1 \(>= ' \
-    'libssl3 \(>= ' 'libc6 \(>= ' 'qt6-image-formats-plugins'; do
+    'libssl3 \(>= ' 'libc6 \(>= ' 'qt6-image-formats-plugins' 'libavfilter[0-9]+'; do
     grep -Eq "(^|, )$library" <<<"$depends" || fail "Depends lacks $library: $depends"
 done
 
@@ -81,6 +81,8 @@ done
 # The unpacked program runs on its own and probes real media.
 cuebox="$root/usr/bin/cuebox"
 [[ "$("$cuebox" --version)" == "cuebox $version" ]] || fail "--version: $("$cuebox" --version)"
+# The filter library is loaded by the conversions that filter, not by every start.
+! readelf -d "$cuebox" | grep -q 'NEEDED.*libavfilter' || fail "cuebox links libavfilter"
 set +e
 report="$("$cuebox" check "$show")"
 status=$?

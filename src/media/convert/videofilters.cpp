@@ -1,11 +1,9 @@
 #include "videofilters.h"
 
 #include "codecsteps.h"
+#include "filterlibrary.h"
 
 extern "C" {
-#include <libavfilter/avfilter.h>
-#include <libavfilter/buffersink.h>
-#include <libavfilter/buffersrc.h>
 #include <libavutil/pixdesc.h>
 }
 
@@ -90,7 +88,8 @@ VideoFilters::VideoFilters() : m_filtered(av_frame_alloc())
 
 VideoFilters::~VideoFilters()
 {
-    avfilter_graph_free(&m_graph);
+    if (m_library)
+        m_library->graphFree(&m_graph);
 }
 
 std::optional<MediaConverterError> VideoFilters::open(const VideoFixes &fixes,
@@ -103,6 +102,10 @@ std::optional<MediaConverterError> VideoFilters::open(const VideoFixes &fixes,
     m_target = target;
     if (!m_filtered)
         return failure(AVERROR(ENOMEM));
+    QString why;
+    m_library = FilterLibrary::get(&why);
+    if (!m_library)
+        return MediaConverterError::exportFailed(why);
     FrameHandle like(av_frame_alloc());
     if (!like)
         return failure(AVERROR(ENOMEM));
@@ -115,8 +118,8 @@ std::optional<MediaConverterError> VideoFilters::open(const VideoFixes &fixes,
 
 std::optional<MediaConverterError> VideoFilters::build(const AVFrame *like)
 {
-    avfilter_graph_free(&m_graph);
-    m_graph = avfilter_graph_alloc();
+    m_library->graphFree(&m_graph);
+    m_graph = m_library->graphAlloc();
     if (!m_graph)
         return failure(AVERROR(ENOMEM));
     const AVRational sar =
@@ -131,32 +134,32 @@ std::optional<MediaConverterError> VideoFilters::build(const AVFrame *like)
                                      .arg(sar.num)
                                      .arg(sar.den)
                                      .toLatin1();
-    int error = avfilter_graph_create_filter(&m_source, avfilter_get_by_name("buffer"), "in",
+    int error = m_library->graphCreateFilter(&m_source, m_library->getByName("buffer"), "in",
                                              arguments.constData(), nullptr, m_graph);
     if (error >= 0)
-        error = avfilter_graph_create_filter(&m_sink, avfilter_get_by_name("buffersink"), "out",
+        error = m_library->graphCreateFilter(&m_sink, m_library->getByName("buffersink"), "out",
                                              nullptr, nullptr, m_graph);
     if (error < 0)
         return failure(error);
-    AVFilterInOut *outputs = avfilter_inout_alloc();
-    AVFilterInOut *inputs = avfilter_inout_alloc();
+    AVFilterInOut *outputs = m_library->inOutAlloc();
+    AVFilterInOut *inputs = m_library->inOutAlloc();
     if (outputs && inputs) {
         outputs->name = av_strdup("in");
         outputs->filter_ctx = m_source;
         inputs->name = av_strdup("out");
         inputs->filter_ctx = m_sink;
-        error = avfilter_graph_parse_ptr(m_graph, graphText(m_fixes, m_target).constData(), &inputs,
-                                         &outputs, nullptr);
+        error = m_library->graphParse(m_graph, graphText(m_fixes, m_target).constData(), &inputs,
+                                      &outputs, nullptr);
     } else {
         error = AVERROR(ENOMEM);
     }
-    avfilter_inout_free(&inputs);
-    avfilter_inout_free(&outputs);
+    m_library->inOutFree(&inputs);
+    m_library->inOutFree(&outputs);
     if (error >= 0)
-        error = avfilter_graph_config(m_graph, nullptr);
+        error = m_library->graphConfig(m_graph, nullptr);
     if (error < 0)
         return failure(error);
-    m_outputTimeBase = av_buffersink_get_time_base(m_sink);
+    m_outputTimeBase = m_library->sinkTimeBase(m_sink);
     m_width = like->width;
     m_height = like->height;
     m_format = like->format;
@@ -190,7 +193,7 @@ std::optional<MediaConverterError> VideoFilters::send(AVFrame *frame, const Take
         frame->best_effort_timestamp != AV_NOPTS_VALUE ? frame->best_effort_timestamp : m_nextPts;
     if (frame->pts != AV_NOPTS_VALUE)
         m_nextPts = frame->pts + std::max<int64_t>(1, frame->pkt_duration);
-    const int added = av_buffersrc_add_frame_flags(m_source, frame, AV_BUFFERSRC_FLAG_KEEP_REF);
+    const int added = m_library->sourceAddFrame(m_source, frame, AV_BUFFERSRC_FLAG_KEEP_REF);
     if (added < 0)
         return failure(added);
     return pull(take);
@@ -198,7 +201,7 @@ std::optional<MediaConverterError> VideoFilters::send(AVFrame *frame, const Take
 
 std::optional<MediaConverterError> VideoFilters::drain(const Take &take)
 {
-    const int ended = av_buffersrc_add_frame_flags(m_source, nullptr, 0);
+    const int ended = m_library->sourceAddFrame(m_source, nullptr, 0);
     if (ended < 0 && ended != AVERROR_EOF)
         return failure(ended);
     return pull(take);
@@ -211,7 +214,7 @@ std::optional<MediaConverterError> VideoFilters::pull(const Take &take)
             ? av_rescale_q(1, av_inv_q(m_fixes.constantRate), m_outputTimeBase)
             : 0;
     for (;;) {
-        const int got = av_buffersink_get_frame(m_sink, m_filtered.get());
+        const int got = m_library->sinkGetFrame(m_sink, m_filtered.get());
         if (got == AVERROR(EAGAIN) || got == AVERROR_EOF)
             return std::nullopt;
         if (got < 0)

@@ -7,8 +7,9 @@
 #include <functional>
 #include <optional>
 
-struct AVFilterGraph;
 struct AVFilterContext;
+struct AVFilterGraph;
+struct FilterLibrary;
 
 // What a conversion changes in the pictures to take a stage trap out of a clip. A clip without
 // traps gets no fix and its frames go from the decoder to the encoder as before.
@@ -61,6 +62,7 @@ private:
     AVRational m_inputTimeBase{1, 1};
     AVRational m_outputTimeBase{1, 1};
     AVPixelFormat m_target = AV_PIX_FMT_NONE;
+    const FilterLibrary *m_library = nullptr;
     AVFilterGraph *m_graph = nullptr;
     AVFilterContext *m_source = nullptr;
     AVFilterContext *m_sink = nullptr;
