@@ -34,6 +34,10 @@ public:
 private:
     struct Guard;
     InputFile(std::unique_ptr<Guard> guard, FormatHandle format);
+    // One open with `demuxer`, or with the one the first bytes show when it is null.
+    static Result<InputFile> attempt(const QString &path, std::stop_token stop,
+                                     std::chrono::steady_clock::time_point deadline,
+                                     const AVInputFormat *demuxer);
 
     std::unique_ptr<Guard> m_guard; // outlives m_format: the context points at it
     FormatHandle m_format;
