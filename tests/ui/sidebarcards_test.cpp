@@ -41,8 +41,6 @@ TEST_F(Sidebar, NamingRenamesOnReturnOrAChipButTypingAndTheZeroPadSwitchOnlySetT
     toggle->click();
     EXPECT_FALSE(vm().zeroPad());
     EXPECT_EQ(arenaNames(), (QStringList{u"01_a"_qs, u"02_b"_qs})); // renamed only on request
-    vm().renameAll();
-    EXPECT_EQ(arenaNames(), (QStringList{u"1_a"_qs, u"2_b"_qs}));
     vm().setZeroPad(true);
     EXPECT_TRUE(toggle->isChecked());
 }
@@ -79,10 +77,6 @@ TEST_F(Sidebar, ProfileRowsSetTheScreenProfile)
     EXPECT_TRUE(rows[1]->isSelected());
     ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); })); // the pack is probed again
     EXPECT_EQ(sidebar().statusLine()->text(), u"Ready: 1 clips");
-
-    rows[2]->click();
-    EXPECT_EQ(vm().preferredWidth(), 1080);
-    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
 }
 
 TEST_F(Sidebar, HealthCardSplitsTheCountsAndAddsTheSizesAndTheChecklistCountsReadyLines)
@@ -105,21 +99,14 @@ TEST_F(Sidebar, HealthCardSplitsTheCountsAndAddsTheSizesAndTheChecklistCountsRea
         bytes += QFileInfo(path(QString::fromLatin1(name))).size();
     EXPECT_EQ(size->text(), QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat));
 
-    // The checklist counts its ready lines and titles each.
-    ChecklistCard *checklist = sidebar().checklistCard();
-    const PreShowChecklist list = vm().checklist();
-    ASSERT_LT(list.readyCount(), 5);
-    auto *progress = checklist->findChild<QLabel *>(QStringLiteral("checklist.progress"));
-    EXPECT_EQ(progress->text(), QStringLiteral("%1 / 5 ready").arg(list.readyCount()));
-    for (const ChecklistItem &item : list.items) {
-        SCOPED_TRACE(item.id.toStdString());
-        QWidget *row = checklist->findChild<QWidget *>(QStringLiteral("checklist.") + item.id);
-        ASSERT_NE(row, nullptr);
-        bool titled = false;
-        for (QLabel *label : row->findChildren<QLabel *>())
-            titled = titled || label->text() == m_localization.strings()[item.titleKey];
-        EXPECT_TRUE(titled);
-    }
+    // The checklist counts its ready lines; which lines are ready is the session's.
+    const int ready = vm().checklist().readyCount();
+    ASSERT_LT(ready, 5);
+    EXPECT_EQ(sidebar()
+                  .checklistCard()
+                  ->findChild<QLabel *>(QStringLiteral("checklist.progress"))
+                  ->text(),
+              QStringLiteral("%1 / 5 ready").arg(ready));
 }
 
 TEST_F(Sidebar, WatchCardShowsTheFolderOnlyWhileWatching)
