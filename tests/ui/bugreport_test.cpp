@@ -5,7 +5,6 @@
 #include "ui/bugreport/bugreport.h"
 
 #include <QFile>
-#include <QProcess>
 
 using Command = AppCommands::Command;
 
@@ -27,15 +26,6 @@ QByteArray encoded(const QString &text)
             out += '%' + QByteArray::number(byte, 16).rightJustified(2, '0').toUpper();
     }
     return out;
-}
-
-QString unameRelease()
-{
-    QProcess uname;
-    uname.start(QStringLiteral("uname"), {QStringLiteral("-r")});
-    if (!uname.waitForFinished(5000))
-        return {};
-    return QString::fromUtf8(uname.readAllStandardOutput()).trimmed();
 }
 
 const QByteArray kEnglishPrompt =
@@ -108,15 +98,6 @@ TEST(BugReport, PrettyNameIsReadFromOsRelease)
     EXPECT_EQ(BugReport::prettyName(dir.filePath(QStringLiteral("absent"))), QString());
     EXPECT_EQ(BugReport::systemLine(QStringLiteral("Alpine"), QStringLiteral("6.6.8-0-lts")),
               u"Linux: Alpine 6.6.8-0-lts");
-}
-
-TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
-{
-    const QString pretty = BugReport::prettyName(QStringLiteral("/etc/os-release"));
-    const QString kernel = unameRelease();
-    if (pretty.isEmpty() || kernel.isEmpty())
-        GTEST_SKIP() << "no /etc/os-release name or no uname here";
-    EXPECT_EQ(BugReport::systemLine(), u"Linux: "_qs + pretty + u' ' + kernel);
 }
 
 static QByteArray expectedUrl(const QByteArray &subject, const QByteArray &prompt,
