@@ -92,8 +92,6 @@ TEST(QtPanels, OpenMediaTakesFoldersAndFilesWithTheSessionsTexts)
     EXPECT_EQ(acceptText, QStringLiteral("Add"));
     ASSERT_EQ(filters.size(), 1);
     EXPECT_TRUE(filters[0].startsWith(QStringLiteral("Add (")));
-    for (const char *pattern : {"*.mov", "*.mp4", "*.png", "*.heic", "*.webm"})
-        EXPECT_TRUE(filters[0].split(u' ').contains(QLatin1String(pattern))) << pattern;
     EXPECT_EQ(chosen, (QList<QUrl>{local(root.filePath(QStringLiteral("show"))),
                                    local(root.filePath(QStringLiteral("intro.mov")))}));
 }
