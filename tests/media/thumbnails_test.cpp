@@ -49,13 +49,10 @@ TEST(Thumbnails, SmallStillIsNotEnlarged)
     EXPECT_EQ(dominant(image, 20, 15), 'g');
 }
 
-TEST(Thumbnails, EveryCodecOfTheFixturesDecodes)
+TEST(Thumbnails, EachKindOfCodecDecodes)
 {
-    const char *names[] = {"h264.mp4",        "hevc_hvc1.mp4", "hevc_hev1.mov", "prores_proxy.mov",
-                           "prores_4444.mov", "prores_hq.mkv", "hap1.mov",      "hap5.mov",
-                           "hapy.mov",        "vp9.webm",      "mpeg2.mpg",     "mjpeg.avi",
-                           "mpeg2.mxf",       "rate23976.mkv"};
-    for (const char *name : names) {
+    // One of each decoding path: long-GOP, intra 4:4:4 with alpha, GPU texture, MXF wrapping.
+    for (const char *name : {"h264.mp4", "prores_4444.mov", "hap1.mov", "mpeg2.mxf"}) {
         SCOPED_TRACE(name);
         const QImage image = Thumbnails::video(path(name));
         ASSERT_FALSE(image.isNull());
