@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(PackViews, DropsFillThePackAndClearingOrFindingNothingBringsTheDropZoneBack)
+TEST_F(PackViews, DropsFillThePackAndClearingBringsTheDropZoneBack)
 {
     window();
     const auto showsDropZone = [this](bool zone) {
@@ -44,16 +44,11 @@ TEST_F(PackViews, DropsFillThePackAndClearingOrFindingNothingBringsTheDropZoneBa
     showsDropZone(true);
     EXPECT_FALSE(detail().dropZone()->clearButton()->isEnabled());
     EXPECT_FALSE(detail().overlay()->isVisible());
-    vm().handleDrop({url(touch(QStringLiteral("notes.txt")))});
-    ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
-    showsDropZone(true);
-
     touch(QStringLiteral("show/intro.mov"));
     touch(QStringLiteral("show/loop.mp4"));
     touch(QStringLiteral("show/notes.txt"));
     dropOn(detail().dropZone(), {url(path(QStringLiteral("show")))});
     ASSERT_TRUE(waitUntil([this] { return !vm().isScanning() && vm().clips().size() == 2; }));
-    EXPECT_EQ(originalNames(), QStringList({u"intro.mov"_qs, u"loop.mp4"_qs}));
     showsDropZone(false);
     dropOn(detail().packView(), {url(touch(QStringLiteral("b.mov")))});
     ASSERT_TRUE(waitUntil([this] { return vm().clips().size() == 3 && !vm().isScanning(); }));
