@@ -2,9 +2,8 @@
 // toolbar.
 #include "uifixture.h"
 
+#include "support/files.h"
 #include "ui/bugreport/bugreport.h"
-
-#include <QFile>
 
 using Command = AppCommands::Command;
 
@@ -33,25 +32,6 @@ const QByteArray kEnglishPrompt =
 
 } // namespace
 
-TEST(BugReport, BodyHasThePromptThenTheFactsWithEnglishLabels)
-{
-    BugReport::Facts facts;
-    facts.version = QStringLiteral("2.4.1");
-    facts.build = QStringLiteral("77");
-    facts.system = QStringLiteral("Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64");
-    facts.languageCode = QStringLiteral("zh-Hans");
-    facts.compact = true;
-    facts.clips = 12;
-    facts.status = QStringLiteral("已保存");
-    EXPECT_EQ(BugReport::body(QStringLiteral("Prompt\n"), facts),
-              QStringLiteral("Prompt\n\n\n---\nCuebox 2.4.1 (77)\n"
-                             "Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64\n"
-                             "Language: zh-Hans\nCompact: yes\nClips: 12\nStatus: 已保存"));
-    facts.compact = false;
-    facts.status.clear();
-    EXPECT_TRUE(BugReport::body({}, facts).endsWith(u"\nCompact: no\nClips: 12\nStatus: —"));
-}
-
 TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
 {
     const QUrl url =
@@ -62,23 +42,9 @@ TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
     EXPECT_TRUE(BugReport::mailUrl({}, QStringLiteral("s"), QStringLiteral("b")).isEmpty());
 }
 
-TEST(BugReport, VersionAndBuildFallBackWhenTheBuildLeftThemEmpty)
-{
-    EXPECT_EQ(BugReport::versionOrDefault({}), u"0.1");
-    EXPECT_EQ(BugReport::buildOrDefault({}), u"1");
-    EXPECT_EQ(BugReport::versionOrDefault(QStringLiteral("3.0.2")), u"3.0.2");
-    EXPECT_EQ(BugReport::buildOrDefault(QStringLiteral("512")), u"512");
-}
-
 TEST(BugReport, PrettyNameIsReadFromOsRelease)
 {
     QTemporaryDir dir;
-    const auto write = [&](const char *name, const QByteArray &content) {
-        QFile f(dir.filePath(QString::fromLatin1(name)));
-        f.open(QIODevice::WriteOnly);
-        f.write(content);
-        return f.fileName();
-    };
     const struct {
         const char *name;
         QByteArray content;
@@ -93,7 +59,8 @@ TEST(BugReport, PrettyNameIsReadFromOsRelease)
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(BugReport::prettyName(write(row.name, row.content)), row.expected);
+        EXPECT_EQ(BugReport::prettyName(writeFile(dir.filePath(row.name), row.content)),
+                  row.expected);
     }
     EXPECT_EQ(BugReport::prettyName(dir.filePath(QStringLiteral("absent"))), QString());
     EXPECT_EQ(BugReport::systemLine(QStringLiteral("Alpine"), QStringLiteral("6.6.8-0-lts")),
