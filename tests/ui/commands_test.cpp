@@ -15,9 +15,7 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
         {Command::exportPack, "0100"},         {Command::stripAudio, "0010"},
         {Command::convertProblems, "0010"},    {Command::compactMode, "1---"},
         {Command::reportBug, "1--1"},          {Command::settings, "1---"},
-        {Command::toolbarOpen, "1---"},        {Command::toolbarOpenProject, "1---"},
-        {Command::toolbarSaveProject, "011-"}, {Command::toolbarBug, "1---"},
-        {Command::toolbarExport, "0101"}, // the toolbar's rule reads only scans
+        {Command::toolbarSaveProject, "011-"}, {Command::toolbarExport, "0101"}, // reads only scans
     };
     const auto expectState = [&](int state) {
         for (const auto &[c, enabled] : rows) {
