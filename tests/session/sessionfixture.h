@@ -57,36 +57,33 @@ public:
 
     QList<QUrl> openMedia(const QString &message, const QString &) override
     {
-        messages.append(message);
-        return take(media);
+        return answer(message, media);
     }
     std::optional<QString> chooseFolder(const QString &message, const QString &,
                                         const std::optional<QString> &start) override
     {
-        messages.append(message);
         lastStartFolder = start;
-        return take(folders);
+        return answer(message, folders);
     }
     std::optional<QString> chooseSaveFile(const QString &message, const QString &,
                                           const QString &proposed,
                                           const std::optional<QString> &start) override
     {
-        messages.append(message);
         lastProposedName = proposed;
         lastStartFolder = start;
-        return take(files);
+        return answer(message, files);
     }
     std::optional<QString> chooseOpenFile(const QString &message, const QString &) override
     {
-        messages.append(message);
-        return take(files);
+        return answer(message, files);
     }
 
 private:
     // The next scripted answer, or an empty one (cancelled) when the script ran out.
     template<typename T>
-    static T take(std::deque<T> &queue)
+    T answer(const QString &message, std::deque<T> &queue)
     {
+        messages.append(message);
         T value{};
         if (!queue.empty()) {
             std::swap(value, queue.front());
