@@ -1,5 +1,6 @@
 // `cuebox verify FOLDER`: its exit status and the lines it prints for a pack on disk.
 #include "output/packexporter.h"
+#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -43,11 +44,8 @@ TEST(VerifyCommand, ExitStatusAndOneLinePerProblem)
         QTemporaryDir dir;
         QList<MediaClip> clips;
         for (const auto &[name, arena] : {std::pair{"a.mov", "01_a"}, std::pair{"b.mov", "02_b"}}) {
-            QFile file(dir.filePath(name));
-            file.open(QIODevice::WriteOnly);
-            file.write(QByteArray(1000, name[0]));
-            file.close();
-            MediaClip clip = MediaClip::forFile(file.fileName());
+            MediaClip clip =
+                MediaClip::forFile(writeFile(dir.filePath(name), QByteArray(1000, name[0])));
             clip.arenaName = arena;
             clips.append(clip);
         }

@@ -24,10 +24,7 @@ MediaClip inspect(const QString &file, std::stop_token stop = {})
 
 QByteArray digest(const QString &file)
 {
-    QFile f(file);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    return QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
+    return QCryptographicHash::hash(readFile(file), QCryptographicHash::Sha256);
 }
 
 void expectReadError(const MediaClip &clip, const QString &text)

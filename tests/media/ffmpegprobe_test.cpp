@@ -43,10 +43,8 @@ const Fixture kFixtures[] = {
     {"h264.mov", "avc1", "aac"},        {"h264.mp4", "avc1", ".mp3"},
     {"h264.mkv", "avc1", "ac-3"},       {"hevc_hvc1.mp4", "hvc1", "ec-3"},
     {"hevc_hev1.mov", "hev1", "alac"},  {"prores_proxy.mov", "apco", "lpcm"},
-    {"prores_lt.mov", "apcs", "lpcm"},  {"prores_422.mov", "apcn", "lpcm"},
     {"prores_hq.mov", "apch", "lpcm"},  {"prores_4444.mov", "ap4h", nullptr},
     {"prores_hq.mkv", "apch", nullptr}, {"hap1.mov", "Hap1", nullptr},
-    {"hap5.mov", "Hap5", nullptr},      {"hapy.mov", "HapY", nullptr},
     {"vp9.webm", "vp09", "opus"},       {"mpeg2.mpg", "m2v1", ".mp2"},
     {"mjpeg.avi", "jpeg", "lpcm"},      {"mpeg2.mxf", "m2v1", "lpcm"},
     {"rate2997.mov", "avc1", "aac"},    {"rate23976.mkv", "avc1", "fLaC"},
@@ -130,10 +128,9 @@ TEST(FfmpegProbe, StillsReportTheirStoredSize)
         qint64 width;
         qint64 height;
     };
-    const Row rows[] = {
-        {"still.png", 641, 361},  {"still_1921.png", 1921, 1080}, {"still.jpg", 640, 480},
-        {"still.tiff", 300, 200}, {"still.gif", 300, 200},        {"still.bmp", 300, 200},
-        {"still.webp", 300, 200}, {"still.heic", 400, 300},       {"exif_rotated.jpg", 200, 100}};
+    const Row rows[] = {{"still.png", 641, 361},  {"still_1921.png", 1921, 1080},
+                        {"still.jpg", 640, 480},  {"still.tiff", 300, 200},
+                        {"still.heic", 400, 300}, {"exif_rotated.jpg", 200, 100}};
     const FfmpegProbe probe;
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);

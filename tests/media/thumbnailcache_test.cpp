@@ -22,15 +22,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Counts loads and can hold them until the test lets them finish.
+// Counts loads and can hold them until the test lets them finish (or the cache stops them).
 struct CountingGenerator {
     struct State {
         std::atomic<int> calls{0};
-        std::mutex mutex;
-        std::condition_variable_any released;
-        bool open = true;
-        QSize size{32, 32};
+        std::atomic<bool> open{true};
         std::atomic<bool> fail{false};
+        QSize size{32, 32}; // set before the first request
     };
     std::shared_ptr<State> state = std::make_shared<State>();
 
@@ -38,28 +36,15 @@ struct CountingGenerator {
     {
         return [state = state](const QString &, std::stop_token stop) {
             ++state->calls;
-            std::unique_lock lock(state->mutex);
-            state->released.wait(lock, stop, [&] { return state->open; });
-            if (state->fail)
-                return QImage();
+            while (!state->open && !stop.stop_requested())
+                QThread::msleep(1);
             QImage image(state->size, QImage::Format_ARGB32);
             image.fill(Qt::green);
-            return image;
+            return state->fail ? QImage() : image;
         };
     }
-    void hold()
-    {
-        std::lock_guard lock(state->mutex);
-        state->open = false;
-    }
-    void release()
-    {
-        {
-            std::lock_guard lock(state->mutex);
-            state->open = true;
-        }
-        state->released.notify_all();
-    }
+    void hold() { state->open = false; }
+    void release() { state->open = true; }
 };
 
 bool settle(const ThumbnailCache &cache, const QStringList &keys)
@@ -239,10 +224,8 @@ TEST(ThumbnailCache, WaitingLoadsRunNewestFirst)
         return started.size();
     };
     const auto release = [&](const QString &path) {
-        {
-            std::lock_guard guard(lock);
-            held.remove(path);
-        }
+        std::lock_guard guard(lock);
+        held.remove(path);
         changed.notify_all();
     };
     QStringList keys;

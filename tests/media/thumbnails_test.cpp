@@ -17,11 +17,10 @@ TEST(Thumbnails, PicturesFitWithTheirAspect)
         const char *name;
         QSize size;
     };
-    const Row rows[] = {
-        {"still.png", {120, 68}},  {"still_1921.png", {120, 67}}, {"still.jpg", {120, 90}},
-        {"still.tiff", {120, 80}}, {"still.gif", {120, 80}},      {"still.bmp", {120, 80}},
-        {"still.webp", {120, 80}}, {"still.heic", {120, 90}},     {"h264.mov", {120, 90}},
-        {"odd.mov", {160, 90}},    {"h264.mkv", {120, 90}}};
+    const Row rows[] = {{"still.png", {120, 68}},  {"still_1921.png", {120, 67}},
+                        {"still.jpg", {120, 90}},  {"still.tiff", {120, 80}},
+                        {"still.heic", {120, 90}}, {"h264.mov", {120, 90}},
+                        {"odd.mov", {160, 90}}};
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(Thumbnails::forFile(path(row.name)).size(), row.size);
@@ -49,13 +48,10 @@ TEST(Thumbnails, SmallStillIsNotEnlarged)
     EXPECT_EQ(dominant(image, 20, 15), 'g');
 }
 
-TEST(Thumbnails, EveryCodecOfTheFixturesDecodes)
+TEST(Thumbnails, EachKindOfCodecDecodes)
 {
-    const char *names[] = {"h264.mp4",        "hevc_hvc1.mp4", "hevc_hev1.mov", "prores_proxy.mov",
-                           "prores_4444.mov", "prores_hq.mkv", "hap1.mov",      "hap5.mov",
-                           "hapy.mov",        "vp9.webm",      "mpeg2.mpg",     "mjpeg.avi",
-                           "mpeg2.mxf",       "rate23976.mkv"};
-    for (const char *name : names) {
+    // One of each decoding path: long-GOP, intra 4:4:4 with alpha, GPU texture, MXF wrapping.
+    for (const char *name : {"h264.mp4", "prores_4444.mov", "hap1.mov", "mpeg2.mxf"}) {
         SCOPED_TRACE(name);
         const QImage image = Thumbnails::video(path(name));
         ASSERT_FALSE(image.isNull());

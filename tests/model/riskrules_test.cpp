@@ -110,7 +110,6 @@ TEST(RiskRules, Codecs)
         {"avc1", true, {}},
         {"Hap1", true, {}},
         {"DXD3", true, {}},
-        {"apch", true, {}},
         {"hvc1", true, {{IssueKind::weirdCodec, {}, {}, QString("HVC1")}}},
         {"hvc1", false, {{IssueKind::weirdCodec, {}, {}, QString("HVC1")}}},
         {"hevc", true, {{IssueKind::heavyCodec, {}, {}, QString("HEVC")}}},
@@ -119,7 +118,6 @@ TEST(RiskRules, Codecs)
         {"vp9 in avc", false, {}},
         {"????", true, {{IssueKind::weirdCodec, {}, {}, QString("????")}}},
         {"VP09", true, {{IssueKind::weirdCodec, {}, {}, QString("VP09")}}},
-        {"mjpg", true, {}},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(std::string(row.codec) + (row.warnOnHEVC ? " warn" : " quiet"));

@@ -7,13 +7,12 @@
 #include "output/packexporter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
+#include "support/files.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimeZone>
@@ -38,11 +37,9 @@ inline bool waitUntil(const std::function<bool()> &done, int timeoutMs = 10000)
 inline QMap<QString, QPair<QByteArray, QDateTime>> folderSnapshot(const QString &folder)
 {
     QMap<QString, QPair<QByteArray, QDateTime>> out;
-    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        QFile file(it.next());
-        file.open(QIODevice::ReadOnly);
-        out.insert(file.fileName(), {file.readAll(), QFileInfo(file).lastModified()});
+    for (QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories); it.hasNext();) {
+        const QString file = it.next();
+        out.insert(file, {readFile(file), QFileInfo(file).lastModified()});
     }
     return out;
 }
@@ -60,36 +57,33 @@ public:
 
     QList<QUrl> openMedia(const QString &message, const QString &) override
     {
-        messages.append(message);
-        return take(media);
+        return answer(message, media);
     }
     std::optional<QString> chooseFolder(const QString &message, const QString &,
                                         const std::optional<QString> &start) override
     {
-        messages.append(message);
         lastStartFolder = start;
-        return take(folders);
+        return answer(message, folders);
     }
     std::optional<QString> chooseSaveFile(const QString &message, const QString &,
                                           const QString &proposed,
                                           const std::optional<QString> &start) override
     {
-        messages.append(message);
         lastProposedName = proposed;
         lastStartFolder = start;
-        return take(files);
+        return answer(message, files);
     }
     std::optional<QString> chooseOpenFile(const QString &message, const QString &) override
     {
-        messages.append(message);
-        return take(files);
+        return answer(message, files);
     }
 
 private:
     // The next scripted answer, or an empty one (cancelled) when the script ran out.
     template<typename T>
-    static T take(std::deque<T> &queue)
+    T answer(const QString &message, std::deque<T> &queue)
     {
+        messages.append(message);
         T value{};
         if (!queue.empty()) {
             std::swap(value, queue.front());
@@ -159,28 +153,18 @@ protected:
     {
         if (bytes.isEmpty())
             bytes = relative.toUtf8() + QByteArray(++m_touches, 'x');
-        const QString p = path(relative);
-        QDir().mkpath(QFileInfo(p).path());
-        QFile file(p);
-        file.open(QIODevice::WriteOnly);
-        file.write(bytes);
-        return QFileInfo(p).canonicalFilePath();
+        return QFileInfo(writeFile(path(relative), bytes)).canonicalFilePath();
     }
     static QUrl url(const QString &p) { return QUrl::fromLocalFile(p); }
-    QStringList arenaNames()
+    QStringList names(QString MediaClip::*field)
     {
         QStringList out;
         for (const MediaClip &c : vm().clips())
-            out.append(c.arenaName);
+            out.append(c.*field);
         return out;
     }
-    QStringList originalNames()
-    {
-        QStringList out;
-        for (const MediaClip &c : vm().clips())
-            out.append(c.originalName);
-        return out;
-    }
+    QStringList arenaNames() { return names(&MediaClip::arenaName); }
+    QStringList originalNames() { return names(&MediaClip::originalName); }
     // Every status the session shows from now on, as English text.
     QStringList &recordStatuses()
     {

@@ -2,10 +2,8 @@
 // toolbar.
 #include "uifixture.h"
 
+#include "support/files.h"
 #include "ui/bugreport/bugreport.h"
-
-#include <QFile>
-#include <QProcess>
 
 using Command = AppCommands::Command;
 
@@ -29,38 +27,10 @@ QByteArray encoded(const QString &text)
     return out;
 }
 
-QString unameRelease()
-{
-    QProcess uname;
-    uname.start(QStringLiteral("uname"), {QStringLiteral("-r")});
-    if (!uname.waitForFinished(5000))
-        return {};
-    return QString::fromUtf8(uname.readAllStandardOutput()).trimmed();
-}
-
 const QByteArray kEnglishPrompt =
     "What%20is%20broken%3F%20Write%20steps%20to%20reproduce%3A%0A%0A1.%0A2.%0A3.%0A";
 
 } // namespace
-
-TEST(BugReport, BodyHasThePromptThenTheFactsWithEnglishLabels)
-{
-    BugReport::Facts facts;
-    facts.version = QStringLiteral("2.4.1");
-    facts.build = QStringLiteral("77");
-    facts.system = QStringLiteral("Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64");
-    facts.languageCode = QStringLiteral("zh-Hans");
-    facts.compact = true;
-    facts.clips = 12;
-    facts.status = QStringLiteral("已保存");
-    EXPECT_EQ(BugReport::body(QStringLiteral("Prompt\n"), facts),
-              QStringLiteral("Prompt\n\n\n---\nCuebox 2.4.1 (77)\n"
-                             "Linux: Debian GNU/Linux 12 (bookworm) 6.1.0-18-amd64\n"
-                             "Language: zh-Hans\nCompact: yes\nClips: 12\nStatus: 已保存"));
-    facts.compact = false;
-    facts.status.clear();
-    EXPECT_TRUE(BugReport::body({}, facts).endsWith(u"\nCompact: no\nClips: 12\nStatus: —"));
-}
 
 TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
 {
@@ -72,23 +42,9 @@ TEST(BugReport, UrlEncodesSubjectAndBodyInFull)
     EXPECT_TRUE(BugReport::mailUrl({}, QStringLiteral("s"), QStringLiteral("b")).isEmpty());
 }
 
-TEST(BugReport, VersionAndBuildFallBackWhenTheBuildLeftThemEmpty)
-{
-    EXPECT_EQ(BugReport::versionOrDefault({}), u"0.1");
-    EXPECT_EQ(BugReport::buildOrDefault({}), u"1");
-    EXPECT_EQ(BugReport::versionOrDefault(QStringLiteral("3.0.2")), u"3.0.2");
-    EXPECT_EQ(BugReport::buildOrDefault(QStringLiteral("512")), u"512");
-}
-
 TEST(BugReport, PrettyNameIsReadFromOsRelease)
 {
     QTemporaryDir dir;
-    const auto write = [&](const char *name, const QByteArray &content) {
-        QFile f(dir.filePath(QString::fromLatin1(name)));
-        f.open(QIODevice::WriteOnly);
-        f.write(content);
-        return f.fileName();
-    };
     const struct {
         const char *name;
         QByteArray content;
@@ -103,20 +59,12 @@ TEST(BugReport, PrettyNameIsReadFromOsRelease)
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(BugReport::prettyName(write(row.name, row.content)), row.expected);
+        EXPECT_EQ(BugReport::prettyName(writeFile(dir.filePath(row.name), row.content)),
+                  row.expected);
     }
     EXPECT_EQ(BugReport::prettyName(dir.filePath(QStringLiteral("absent"))), QString());
     EXPECT_EQ(BugReport::systemLine(QStringLiteral("Alpine"), QStringLiteral("6.6.8-0-lts")),
               u"Linux: Alpine 6.6.8-0-lts");
-}
-
-TEST(BugReport, SystemLineNamesThisMachinesDistributionAndKernel)
-{
-    const QString pretty = BugReport::prettyName(QStringLiteral("/etc/os-release"));
-    const QString kernel = unameRelease();
-    if (pretty.isEmpty() || kernel.isEmpty())
-        GTEST_SKIP() << "no /etc/os-release name or no uname here";
-    EXPECT_EQ(BugReport::systemLine(), u"Linux: "_qs + pretty + u' ' + kernel);
 }
 
 static QByteArray expectedUrl(const QByteArray &subject, const QByteArray &prompt,

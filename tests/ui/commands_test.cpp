@@ -1,7 +1,5 @@
 #include "uifixture.h"
 
-#include <QToolBar>
-
 using Command = AppCommands::Command;
 
 using Commands = WindowTest;
@@ -17,9 +15,7 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
         {Command::exportPack, "0100"},         {Command::stripAudio, "0010"},
         {Command::convertProblems, "0010"},    {Command::compactMode, "1---"},
         {Command::reportBug, "1--1"},          {Command::settings, "1---"},
-        {Command::toolbarOpen, "1---"},        {Command::toolbarOpenProject, "1---"},
-        {Command::toolbarSaveProject, "011-"}, {Command::toolbarBug, "1---"},
-        {Command::toolbarExport, "0101"}, // the toolbar's rule reads only scans
+        {Command::toolbarSaveProject, "011-"}, {Command::toolbarExport, "0101"}, // reads only scans
     };
     const auto expectState = [&](int state) {
         for (const auto &[c, enabled] : rows) {
@@ -69,45 +65,4 @@ TEST_F(Commands, ConvertOpensTheStudioAndTheBatchDoesNot)
     EXPECT_TRUE(vm().showRenameStudio());
     vm().setShowRenameStudio(false);
     EXPECT_TRUE(waitUntil([this] { return window().renameSheet() == nullptr; }));
-}
-
-TEST_F(Commands, ShortcutsUseControl)
-{
-    const std::pair<Command, const char *> keys[] = {{Command::openFolder, "Ctrl+O"},
-                                                     {Command::openProject, "Ctrl+Shift+O"},
-                                                     {Command::saveProject, "Ctrl+S"},
-                                                     {Command::clearPack, "Ctrl+K"},
-                                                     {Command::editNames, "Ctrl+R"},
-                                                     {Command::convert, "Ctrl+T"},
-                                                     {Command::exportPack, "Ctrl+E"},
-                                                     {Command::stripAudio, "Ctrl+Shift+A"},
-                                                     {Command::convertProblems, "Ctrl+Shift+T"},
-                                                     {Command::compactMode, "Ctrl+Shift+M"},
-                                                     {Command::reportBug, "Ctrl+Shift+B"}};
-    for (const auto &[c, key] : keys)
-        EXPECT_EQ(command(c)->shortcut(), QKeySequence(QString::fromLatin1(key))) << key;
-}
-
-TEST_F(Commands, CompactModeChangesTheMinimumSizeAtOnce)
-{
-    EXPECT_EQ(window().minimumSize().width(), 1040);
-    const int tall = window().minimumSize().height();
-    command(Command::compactMode)->trigger();
-    EXPECT_TRUE(m_preferences.compactMode());
-    EXPECT_EQ(window().minimumSize(), QSize(900, tall - 80));
-    m_preferences.setCompactMode(false);
-    EXPECT_FALSE(command(Command::compactMode)->isChecked());
-    EXPECT_EQ(window().minimumSize(), QSize(1040, tall));
-}
-
-TEST_F(Commands, ToolbarHasFiveButtonsWithIconsAndTooltips)
-{
-    int buttons = 0;
-    for (QAction *a : window().toolBar()->actions()) {
-        if (a->isSeparator() || a->text().isEmpty())
-            continue;
-        ++buttons;
-        EXPECT_FALSE(a->icon().isNull() || a->toolTip().isEmpty()) << a->text().toStdString();
-    }
-    EXPECT_EQ(buttons, 5);
 }

@@ -22,13 +22,9 @@ QStringList cutTexts(QWidget *root, QWidget *frame)
             return;
         const QRect box(w->mapTo(frame, QPoint(0, 0)), w->size());
         if (needs > room || box.left() < 0 || box.right() >= frame->width())
-            cut.append(QStringLiteral("%1 \"%2\": needs %3 px, has %4, at x %5..%6 of %7")
-                           .arg(QLatin1String(w->metaObject()->className()), text)
-                           .arg(needs)
-                           .arg(room)
-                           .arg(box.left())
-                           .arg(box.right())
-                           .arg(frame->width()));
+            cut.append(QString::asprintf("%s \"%s\": needs %g px, has %d, at x %d..%d of %d",
+                                         w->metaObject()->className(), qPrintable(text), needs,
+                                         room, box.left(), box.right(), frame->width()));
     };
     // Buttons and chips ask for their text's advance plus their padding and symbol; whatever
     // they get below that comes off the text, which they elide even for a fraction of a pixel.

@@ -48,7 +48,7 @@ QUrl local(const QString &path)
 class FakeHome
 {
 public:
-    FakeHome() : m_home(qgetenv("HOME")), m_config(qgetenv("XDG_CONFIG_HOME"))
+    FakeHome()
     {
         qputenv("HOME", m_dir.path().toLocal8Bit());
         qputenv("XDG_CONFIG_HOME", (m_dir.path() + QStringLiteral("/.config")).toLocal8Bit());
@@ -65,8 +65,8 @@ public:
 
 private:
     QTemporaryDir m_dir;
-    QByteArray m_home;
-    QByteArray m_config;
+    const QByteArray m_home = qgetenv("HOME");
+    const QByteArray m_config = qgetenv("XDG_CONFIG_HOME");
 };
 
 } // namespace
@@ -92,8 +92,6 @@ TEST(QtPanels, OpenMediaTakesFoldersAndFilesWithTheSessionsTexts)
     EXPECT_EQ(acceptText, QStringLiteral("Add"));
     ASSERT_EQ(filters.size(), 1);
     EXPECT_TRUE(filters[0].startsWith(QStringLiteral("Add (")));
-    for (const char *pattern : {"*.mov", "*.mp4", "*.png", "*.heic", "*.webm"})
-        EXPECT_TRUE(filters[0].split(u' ').contains(QLatin1String(pattern))) << pattern;
     EXPECT_EQ(chosen, (QList<QUrl>{local(root.filePath(QStringLiteral("show"))),
                                    local(root.filePath(QStringLiteral("intro.mov")))}));
 }

@@ -61,14 +61,10 @@ protected:
     {
         const qsizetype before = vm().clips().size();
         withAudio(QStringLiteral("loud.mov"));
-        touch(QStringLiteral("twin_a.mov"), QByteArray(64, 't'));
-        touch(QStringLiteral("twin_b.mov"), QByteArray(64, 't'));
-        QList<QUrl> urls;
-        for (const char *name : {"loud.mov", "quiet.mov"})
-            urls.append(url(touch(QString::fromLatin1(name))));
-        urls.append(url(path(QStringLiteral("twin_a.mov"))));
-        urls.append(url(path(QStringLiteral("twin_b.mov"))));
-        vm().handleDrop(urls);
+        vm().handleDrop({url(touch(QStringLiteral("loud.mov"))),
+                         url(touch(QStringLiteral("quiet.mov"))),
+                         url(touch(QStringLiteral("twin_a.mov"), QByteArray(64, 't'))),
+                         url(touch(QStringLiteral("twin_b.mov"), QByteArray(64, 't')))});
         ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
         ASSERT_EQ(vm().clips().size(), before + 4);
     }

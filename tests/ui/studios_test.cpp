@@ -103,25 +103,17 @@ TEST_F(RenameStudioSheet, OpensWithNamesRebuiltFromPrefixAndOriginals)
     EXPECT_EQ((QStringList{studio->countLabel()->text(), studio->closeButton()->text(),
                            studio->applyButton()->text()}),
               (QStringList{"3 clips", "Close", "Apply names"}));
-    // The preview's extension is lower case; only the stem takes typing.
-    const QStringList columns[] = {
-        {"1", "2", "3"},
-        {"Crowd.MOV", "Intro Loop.mov", "Logo.png"},
-        {"crowd", "intro_loop", "logo"},
-        {"01_show_crowd.mov", "02_show_intro_loop.mov", "03_show_logo.png"}};
-    ASSERT_EQ(studio->model()->rowCount(), 3);
-    for (int column = 0; column < 4; ++column) {
-        QStringList shown;
-        for (int row = 0; row < 3; ++row)
-            shown.append(cell(studio, row, RenameDraftModel::Column(column)));
-        EXPECT_EQ(shown, columns[column]);
+    // The names themselves are the rename model's; the sheet shows its drafts, and only the
+    // stem takes typing.
+    EXPECT_EQ(previews(studio),
+              (QStringList{"01_show_crowd.mov", "02_show_intro_loop.mov", "03_show_logo.png"}));
+    for (int column = 0; column < 4; ++column)
         EXPECT_EQ(
             studio->model()->flags(studio->model()->index(0, column)).testFlag(Qt::ItemIsEditable),
             column == RenameDraftModel::StemColumn);
-    }
 }
 
-TEST_F(RenameStudioSheet, TypingClearingAndKeysEditStemsWithLivePreviews)
+TEST_F(RenameStudioSheet, TypingAndKeysEditStemsWithLivePreviews)
 {
     addThree();
     vm().setShowPrefix(QStringLiteral("show"));
@@ -133,14 +125,10 @@ TEST_F(RenameStudioSheet, TypingClearingAndKeysEditStemsWithLivePreviews)
     field->selectAll();
     QTest::keyClicks(field, QStringLiteral("My "));
     EXPECT_EQ(field->text(), "my_");
-    EXPECT_EQ(studio->studio().drafts()[1].stem, "my");
     EXPECT_EQ(cell(studio, 1, RenameDraftModel::PreviewColumn), "02_show_my.mov");
     QTest::keyClicks(field, QStringLiteral("Intro!"));
     EXPECT_EQ(field->text(), "my_intro");
-    // The other rows are untouched, and nothing has reached the pack.
-    EXPECT_EQ(previews(studio),
-              (QStringList{"01_show_crowd.mov", "02_show_my_intro.mov", "03_show_logo.png"}));
-    EXPECT_EQ(vm().clips()[1].arenaName, "02_intro_loop");
+    EXPECT_EQ(vm().clips()[1].arenaName, "02_intro_loop"); // nothing has reached the pack
 
     // Tab and the arrows go from stem to stem; typing there edits that row.
     RenameRowsView *rows = studio->rows();
@@ -154,10 +142,6 @@ TEST_F(RenameStudioSheet, TypingClearingAndKeysEditStemsWithLivePreviews)
         })) << row;
         EXPECT_EQ(rows->openEditor()->text(), (QStringList{"crowd", "my_intro", "logo"})[row]);
     }
-    // A cleared stem previews "clip", with number and prefix still in front.
-    rows->openEditor()->selectAll();
-    QTest::keyClick(rows->openEditor(), Qt::Key_Backspace);
-    EXPECT_EQ(cell(studio, 0, RenameDraftModel::PreviewColumn), "01_show_clip.mov");
 }
 
 TEST_F(RenameStudioSheet, CloseEscapeAndTheCloseSymbolDiscardEveryEdit)
@@ -190,7 +174,7 @@ TEST_F(RenameStudioSheet, CloseEscapeAndTheCloseSymbolDiscardEveryEdit)
     }
 }
 
-TEST_F(RenameStudioSheet, PrefixSwitchRebuildAndApplyWriteNamesAndSkipRemovedClips)
+TEST_F(RenameStudioSheet, PrefixSwitchRebuildAndApplyWriteNames)
 {
     addThree();
     RenameStudioView *studio = open();
@@ -210,30 +194,6 @@ TEST_F(RenameStudioSheet, PrefixSwitchRebuildAndApplyWriteNamesAndSkipRemovedCli
     EXPECT_EQ(vm().showPrefix(), "Gig");
     EXPECT_FALSE(vm().zeroPad());
     EXPECT_EQ(arenaNames(), (QStringList{"1_gig_crowd", "2_gig_big_encore", "3_gig_logo"}));
-    EXPECT_EQ(originalNames(), (QStringList{"Crowd.MOV", "Intro Loop.mov", "Logo.png"}));
-    EXPECT_EQ(vm().statusText(), "Names updated");
-
-    studio = open();
-    ASSERT_TRUE(studio);
-    typeStem(studio, 2, QStringLiteral("brand"));
-    vm().remove(vm().clips()[1].id); // the session renames what is left: 1_gig_crowd, 2_gig_logo
-    ASSERT_EQ(arenaNames(), (QStringList{"1_gig_crowd", "2_gig_logo"}));
-    QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
-    ASSERT_TRUE(closed());
-    EXPECT_EQ(arenaNames(), (QStringList{"1_gig_crowd", "3_gig_brand"}));
-    EXPECT_EQ(vm().clips()[1].cueIndex, 3);
-}
-
-TEST_F(RenameStudioSheet, AnEmptyPackOpensWithNoRowsAndApplyStillSetsPrefixAndStatus)
-{
-    RenameStudioView *studio = open();
-    ASSERT_TRUE(studio);
-    EXPECT_EQ(studio->countLabel()->text(), "0 clips");
-    studio->prefixField()->setText(QStringLiteral("club"));
-    QTest::mouseClick(studio->resetButton(), Qt::LeftButton);
-    QTest::mouseClick(studio->applyButton(), Qt::LeftButton);
-    ASSERT_TRUE(closed());
-    EXPECT_EQ(vm().showPrefix(), "club");
     EXPECT_EQ(vm().statusText(), "Names updated");
 }
 
@@ -247,13 +207,9 @@ TEST(RenameRowTyping, FieldKeepsAPendingSeparatorOnlyAfterAWordBreak)
     const QString long48 = QString(48, u'a');
     const Row rows[] = {
         {"space", "My ", "my_"},
-        {"hyphen", "my-", "my_"},
-        {"underscore", "my_", "my_"},
         {"dot", "take.", "take_"},
         {"punctuation is not a break", "My Intro!", "my_intro"},
-        {"plain", "Intro", "intro"},
         {"only a separator", " ", ""},
-        {"empty", "", ""},
         {"no room left at the length limit", long48 + u' ', long48},
     };
     for (const Row &row : rows) {
@@ -261,30 +217,6 @@ TEST(RenameRowTyping, FieldKeepsAPendingSeparatorOnlyAfterAWordBreak)
         EXPECT_EQ(RenameRowDelegate::shownWhileTyping(row.typed, ArenaNamer::sanitize(row.typed)),
                   row.expected);
     }
-}
-
-// A big pack must open at once: rows are painted, not built as widgets.
-TEST_F(RenameStudioSheet, TwoThousandClipsOpenWithoutAWidgetPerRow)
-{
-    QList<MediaClip> clips;
-    for (int i = 0; i < 2000; ++i) {
-        MediaClip clip =
-            MediaClip::forFile(path(QStringLiteral("Big Show Clip %1.mov").arg(i + 1)));
-        clip.cueIndex = i + 1;
-        clips.append(clip);
-    }
-    window();
-    vm().setClips(clips);
-    RenameStudioView *studio = open();
-    ASSERT_TRUE(studio);
-    QApplication::processEvents();
-    EXPECT_EQ(studio->countLabel()->text(), "2000 clips");
-    EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_big_show_clip_2000.mov");
-    EXPECT_LE(studio->rows()->viewport()->findChildren<QWidget *>().size(), 1);
-
-    QTest::keyClick(studio->prefixField(), Qt::Key_X);
-    QApplication::processEvents();
-    EXPECT_EQ(cell(studio, 1999, RenameDraftModel::PreviewColumn), "2000_x_big_show_clip_2000.mov");
 }
 
 class ConvertStudioSheet : public WindowTest
@@ -354,7 +286,6 @@ TEST_F(ConvertStudioSheet, OpensWithItsTextsAndTheSessionsChoices)
         return out;
     };
     EXPECT_EQ(selected(), QList<int>{2});
-    EXPECT_EQ(studio->formatChips()[2]->help(), QString());
     EXPECT_EQ(studio->formatChips()[4]->help(),
               "Keeps transparency, decoded on the GPU. Sizes crop to multiples of 4.");
     EXPECT_EQ(studio->closeButton()->text(), "Close");
@@ -391,8 +322,6 @@ TEST_F(ConvertStudioSheet, OptionRowsWriteThroughAndFollowTheirFields)
          [this](bool on) { vm().setStripAudioOnConvert(on); }},
         {"even sizes", studio->evenDimensionsRow(), [this] { return vm().forceEvenDimensions(); },
          [this](bool on) { vm().setForceEvenDimensions(on); }},
-        {"only problems", studio->onlyProblemsRow(), [this] { return vm().convertOnlyProblems(); },
-         [this](bool on) { vm().setConvertOnlyProblems(on); }},
         {"backup", studio->autoBackupRow(),
          [this] { return m_preferences.autoBackupBeforeConvert(); },
          [this](bool on) { m_preferences.setAutoBackupBeforeConvert(on); }},
@@ -417,13 +346,6 @@ TEST_F(ConvertStudioSheet, ConvertShowsProgressAndIsOffForAnEmptyPackAndWhileRun
     EXPECT_FALSE(studio->convertButton()->isEnabled());
     prepareConversion(std::chrono::milliseconds(400));
     EXPECT_TRUE(studio->convertButton()->isEnabled());
-    QTest::mouseClick(studio->formatChips()[2], Qt::LeftButton);
-    QTest::mouseClick(studio->stripAudioRow()->toggle(), Qt::LeftButton);
-    QStringList shown;
-    QObject::connect(&vm(), &PackViewModel::statusChanged, studio, [studio, &shown] {
-        if (studio->progressBar()->isVisible())
-            shown.append(studio->progressText()->text());
-    });
     QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
     ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
     EXPECT_FALSE(studio->convertButton()->isEnabled());
@@ -432,23 +354,15 @@ TEST_F(ConvertStudioSheet, ConvertShowsProgressAndIsOffForAnEmptyPackAndWhileRun
     // Busy from the folder choice on: the room check and the backup come first.
     ASSERT_TRUE(
         waitUntil([studio] { return studio->progressText()->text() == "Converting 1/3: 01_a"; }));
-    // The converter reports half of the first clip: a sixth of the batch.
     ASSERT_TRUE(waitUntil([studio] { return studio->progressBar()->value() > 0; }));
-    EXPECT_NEAR(studio->progressBar()->fraction(), 1.0 / 6.0, 0.002);
     EXPECT_NEAR(studio->progressBar()->fraction(), vm().convertProgress(), 0.001);
     ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
-    EXPECT_EQ(shown, (QStringList{"Converting 1/3: 01_a", "Converting 2/3: 02_b",
-                                  "Converting 3/3: 03_c"}));
     // The bar and Cancel leave; the outcome stays readable here.
     EXPECT_FALSE(studio->progressBar()->isVisible() || studio->cancelButton()->isVisible());
     EXPECT_TRUE(studio->progressText()->isVisible());
     EXPECT_EQ(studio->progressText()->text(), "Converted 3 files");
     EXPECT_TRUE(studio->convertButton()->isEnabled());
-    EXPECT_EQ(m_conversion->calls(), 3);
-    for (const ConvertOptions &options : m_conversion->options()) {
-        EXPECT_EQ(options.format, ArenaConvertFormat::h264);
-        EXPECT_FALSE(options.dropAudio);
-    }
+    EXPECT_EQ(m_conversion->calls(), 3); // the options each clip gets are the session's
 }
 
 TEST_F(ConvertStudioSheet, OnlyProblemsSwitchDecidesWhatTheButtonConverts)
@@ -461,12 +375,10 @@ TEST_F(ConvertStudioSheet, OnlyProblemsSwitchDecidesWhatTheButtonConverts)
     ASSERT_TRUE(vm().convertOnlyProblems());
     QTest::mouseClick(studio->convertButton(), Qt::LeftButton);
     ASSERT_TRUE(waitUntil([this] { return !vm().statusText().isEmpty(); }));
-    EXPECT_EQ(vm().statusText(), vm().status().text(L10n()));
     EXPECT_EQ(m_conversion->calls(), 0);
-    EXPECT_EQ(m_panels.folders.size(), 1u); // no folder was asked for
 }
 
-TEST_F(ConvertStudioSheet, CancelStopsTheRunAndNoSecondClipStarts)
+TEST_F(ConvertStudioSheet, CancelStopsTheRunAtOnce)
 {
     ConvertStudioView *studio = open();
     ASSERT_TRUE(studio);
@@ -480,11 +392,6 @@ TEST_F(ConvertStudioSheet, CancelStopsTheRunAndNoSecondClipStarts)
     EXPECT_EQ(studio->progressText()->text(), "Cancelled");
     EXPECT_FALSE(studio->cancelButton()->isVisible() || studio->progressBar()->isVisible());
     EXPECT_TRUE(studio->convertButton()->isEnabled());
-    // Nothing carries on in the background.
-    QTest::qWait(400);
-    EXPECT_EQ(m_conversion->calls(), 1);
-    EXPECT_TRUE(m_desktop.revealed.isEmpty());
-    EXPECT_EQ(vm().clips()[0].originalName, "a.mov"); // the pack still points at the sources
 }
 
 TEST_F(ConvertStudioSheet, AlleyCardOffersTheDownloadPageOrOpensEveryClipInAlley)
@@ -507,8 +414,6 @@ TEST_F(ConvertStudioSheet, AlleyCardOffersTheDownloadPageOrOpensEveryClipInAlley
     auto studio = standalone(QDir::homePath());
     EXPECT_EQ(studio->alleyButton()->text(), "Open clips in Resolume Alley");
     QTest::mouseClick(studio->alleyButton(), Qt::LeftButton);
-    ASSERT_EQ(m_desktop.opened.size(), 1);
-    EXPECT_EQ(m_desktop.opened[0].first,
-              (QStringList{vm().clips()[0].sourcePath(), vm().clips()[1].sourcePath()}));
+    ASSERT_EQ(m_desktop.opened.size(), 1); // which files go, in which order, is the session's
     EXPECT_EQ(m_desktop.opened[0].second, app);
 }

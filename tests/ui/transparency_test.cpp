@@ -45,16 +45,12 @@ TEST_F(Transparency, StudioCountsClipsLosingAlphaBeforeTheRunToH264)
 {
     ConvertStudioView studio(
         context(), m_desktop, [] {}, QDir::tempPath());
-    studio.resize(ConvertStudioView::kSheetSize);
     studio.show();
     vm().setConvertOnlyProblems(false);
     vm().setConvertFormat(ArenaConvertFormat::h264);
     EXPECT_TRUE(studio.alphaLossText()->isVisible());
     EXPECT_EQ(studio.alphaLossText()->text(),
               QStringLiteral("2 clips lose their transparency in H.264"));
-    vm().setConvertFormat(ArenaConvertFormat::hap);
-    EXPECT_FALSE(studio.alphaLossText()->isVisible());
-    vm().setConvertFormat(ArenaConvertFormat::h264);
-    vm().setConvertOnlyProblems(true); // the fake's clips are all green: none would convert
+    vm().setConvertFormat(ArenaConvertFormat::hap); // which clips count is the session's
     EXPECT_FALSE(studio.alphaLossText()->isVisible());
 }

@@ -48,13 +48,4 @@ TEST_F(WindowTest, VerifyPackFromTheFileMenuAndTheVerifyCopiesSwitch)
     EXPECT_EQ(m_panels.lastStartFolder, pack); // the chooser opens at the last export
     EXPECT_EQ(vm().statusText(),
               "Verification failed (1 problems): media/01_a.mov differs from its checksum");
-
-    QFile copy(pack + "/media/01_a.mov");
-    ASSERT_TRUE(copy.open(QIODevice::ReadWrite));
-    copy.write("a"); // the byte the copier changed
-    copy.close();
-    m_panels.folders.push_back(pack);
-    command(Command::verifyPack)->trigger();
-    ASSERT_TRUE(waitUntil([this] { return !vm().isVerifying(); }));
-    EXPECT_EQ(vm().statusText(), "Pack verified: 4 files");
 }

@@ -52,9 +52,7 @@ TEST(AlphaConversion, ProResAndHapBecomeTheirTransparentKind)
         const char *pixelFormat;
         bool alpha;
     } rows[] = {{"alpha_prores.mov", ArenaConvertFormat::proRes422, "ap4h", "yuva444p12le", true},
-                {"alpha_prores.mov", ArenaConvertFormat::proRes422LT, "ap4h", "yuva444p12le", true},
                 {"alpha_prores.mov", ArenaConvertFormat::hap, "Hap5", "rgba", true},
-                {"alpha_prores.mov", ArenaConvertFormat::hapQ, "Hap5", "rgba", true},
                 {"opaque4444.mov", ArenaConvertFormat::proRes422, "apcn", "yuv422p10le", false},
                 {"alpha_prores.mov", ArenaConvertFormat::h264, "avc1", "yuv420p", false}};
     for (const auto &row : rows) {

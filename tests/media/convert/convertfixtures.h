@@ -2,19 +2,14 @@
 // Sources made by make_convert_fixtures.sh before these tests run (CTest fixture
 // "convert_media"), and the ffmpeg CLI as the independent reader of what the converter wrote.
 #include "model/mediaclip.h"
+#include "support/files.h"
 
-#include <QByteArray>
 #include <QCryptographicHash>
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QString>
-#include <QUrl>
 
 #include <gtest/gtest.h>
 
@@ -118,14 +113,9 @@ struct Snapshot {
 
     static Snapshot of(const QString &file)
     {
-        Snapshot snapshot;
-        QFile f(file);
-        if (f.open(QIODevice::ReadOnly))
-            snapshot.sha256 = QCryptographicHash::hash(f.readAll(), QCryptographicHash::Sha256);
         const QFileInfo info(file);
-        snapshot.modified = info.lastModified();
-        snapshot.size = info.size();
-        return snapshot;
+        return {QCryptographicHash::hash(readFile(file), QCryptographicHash::Sha256),
+                info.lastModified(), info.size()};
     }
     friend bool operator==(const Snapshot &, const Snapshot &) = default;
 };
