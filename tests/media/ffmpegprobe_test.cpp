@@ -50,7 +50,8 @@ const Fixture kFixtures[] = {
     {"rate2997.mov", "avc1", "aac"},    {"rate23976.mkv", "avc1", "fLaC"},
     {"odd.mov", "avc1", nullptr},       {"two_audio.mov", "avc1", "aac"}, // the first track
     {"audio_only.mov", nullptr, "aac"}, {"phone_rotated.mov", "avc1", "aac"},
-    {"timeline.mov", "avc1", nullptr}};
+    {"timeline.mov", "avc1", nullptr},  {"mkv_named.mov", "avc1", "ac-3"},
+    {"mpg_named.mp4", "m2v1", ".mp2"}};
 
 // Whatever ffprobe reads from a fixture, MediaInspector over FfmpegProbe reports the same.
 TEST(FfmpegProbe, AgreesWithFfprobeOnEveryFixture)
