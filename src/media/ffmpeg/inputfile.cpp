@@ -3,6 +3,7 @@
 #include "media/heldfiles.h"
 #include "model/filesystem.h"
 #include "model/pathnames.h"
+#include "vectorstate.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -235,6 +236,7 @@ Result<InputFile> InputFile::attempt(const QString &path, std::stop_token stop,
     AVDictionary *options = nullptr;
     av_dict_set(&options, "protocol_whitelist", "file", 0);
     av_dict_set(&options, "format_whitelist", demuxerWhitelist().constData(), 0);
+    clearUpperVectorState();
     const int error = avformat_open_input(&raw, guard->url.constData(), demuxer, &options);
     DictionaryHandle leftovers(options);
     if (error < 0) { // FFmpeg has freed the context already
@@ -249,6 +251,7 @@ int InputFile::readStreamInfo()
     AVFormatContext *format = m_format.get();
     format->probesize = kStreamInfoBytes;
     format->max_analyze_duration = kStreamInfoMicroseconds;
+    clearUpperVectorState();
     return avformat_find_stream_info(format, nullptr);
 }
 
