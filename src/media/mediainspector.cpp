@@ -3,8 +3,6 @@
 #include "model/filesystem.h"
 #include "model/pathnames.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <cmath>
 
@@ -19,12 +17,6 @@ void addFailure(MediaClip &clip, IssueKind kind, std::optional<QString> text = s
     ClipIssue issue = ClipIssue::make(ClipHealth::fail, kind);
     issue.textValue = std::move(text);
     clip.issues.append(issue);
-}
-
-qint64 fileSizeOf(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() ? info.size() : 0;
 }
 
 qint64 roundHalfUp(double value)
@@ -157,8 +149,9 @@ MediaClip inspect(const QString &path, const InspectionRules &rules, const Media
                   std::stop_token stop)
 {
     MediaClip clip = MediaClip::forFile(path);
-    clip.fileSize = fileSizeOf(path);
-    if (FileSystem::isSpecial(path)) // never opened: a pipe would block the probe for ever
+    const FileSystem::Look look = FileSystem::look(path);
+    clip.fileSize = look.size;
+    if (look.special) // never opened: a pipe would block the probe for ever
         addFailure(clip, IssueKind::readError, FileSystem::notRegularText());
     else if (PathNames::isImage(path))
         inspectImage(clip, rules, probe, stop);

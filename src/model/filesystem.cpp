@@ -38,9 +38,16 @@ QString errorText(int code)
 
 bool isSpecial(const QString &path)
 {
+    return look(path).special;
+}
+
+Look look(const QString &path)
+{
     struct stat info {
     };
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 && isSpecialMode(info.st_mode);
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    return {static_cast<qint64>(info.st_size), isSpecialMode(info.st_mode)};
 }
 
 int openForReading(const QString &path)

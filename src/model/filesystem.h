@@ -18,6 +18,14 @@ QString errorText(int code);
 // media may open one. A missing path or a folder is not special: its opener says what is wrong.
 bool isSpecial(const QString &path);
 
+// One look at `path`, links followed: its size (0 when it cannot be looked at) and whether it
+// is special as above. For callers that want both, at the price of one system call.
+struct Look {
+    qint64 size = 0;
+    bool special = false;
+};
+Look look(const QString &path);
+
 // open(2) for reading that never opens a special file, and cannot block on a FIFO swapped in
 // after the check: the descriptor is opened non-blocking and kept only when it is a regular
 // file. -1 with errno set otherwise (ENODEV for something that is not a regular file).
