@@ -9,6 +9,7 @@
 #include "media/ffmpeg/avhandles.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/ffmpeg/inputfile.h"
+#include "media/ffmpeg/vectorstate.h"
 #include "media/mediainspector.h"
 
 #include <QCoreApplication>
@@ -97,6 +98,7 @@ int floorPass(const QList<QByteArray> &paths)
     int opened = 0;
     for (const QByteArray &path : paths) {
         AVFormatContext *raw = nullptr;
+        clearUpperVectorState(); // as the product does before every open
         if (avformat_open_input(&raw, path.constData(), nullptr, nullptr) == 0) {
             ++opened;
             avformat_close_input(&raw);
