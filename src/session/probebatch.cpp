@@ -23,7 +23,7 @@ InspectionRules LiveRules::get() const
 namespace {
 
 // Fingerprints are hashed a few clips at a time: handing each clip to the pool on its own
-// woke a pool thread per file, which cost a third as much as the probe.
+// woke a pool thread per file, which cost the probe thread about a fifth of a probe.
 constexpr qsizetype kFingerprintBatch = 8;
 
 struct Hashing {
