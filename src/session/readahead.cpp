@@ -17,13 +17,16 @@
 
 namespace {
 
-enum class Step { waiting, queued, reading, held, done };
+enum class Step { waiting, queued, hinted, reading, held, done };
 
 // Below this wait per file the disk counts as fast; a reader's own cost (a few system calls and
 // a wake-up) is tens of microseconds.
 constexpr double kFastDiskUs = 250;
 constexpr int kFastAfter = 8;
 constexpr qsizetype kSampleEvery = 32;
+// On a fast disk the readers are woken for this many files at once: a wake-up costs the probe
+// thread about as much as the reader's work for one file.
+constexpr qsizetype kHintBatch = 8;
 
 void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
 {
@@ -42,8 +45,10 @@ void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
 
 // Opens and reads one file ahead; -1 for anything that is not a readable regular file. Only a
 // regular file is ever opened: opening a pipe waits for a writer, and opening a device can
-// have effects of its own.
-int readAheadOne(const QString &path, std::vector<char> &buffer)
+// have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
+// them and returns at once: on a fast disk that hides a cold read for the cost of a system call,
+// where reading it here would hold the reader (and the CPU) for as long as the read takes.
+int readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnly)
 {
     const QByteArray local = QFile::encodeName(path);
     struct stat st {
@@ -58,7 +63,12 @@ int readAheadOne(const QString &path, std::vector<char> &buffer)
         return -1;
     }
     const qint64 size = st.st_size;
-    if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
+    if (hintOnly) {
+        ::posix_fadvise(fd, 0, std::min(size, ReadAhead::kHeadBytes), POSIX_FADV_WILLNEED);
+        if (size > ReadAhead::kHeadBytes)
+            ::posix_fadvise(fd, std::max(ReadAhead::kHeadBytes, size - ReadAhead::kTailBytes),
+                            ReadAhead::kTailBytes, POSIX_FADV_WILLNEED);
+    } else if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
         readRange(fd, buffer, 0, size);
     } else {
         readRange(fd, buffer, 0, ReadAhead::kHeadBytes);
@@ -73,14 +83,16 @@ struct ReadAhead::State {
     QStringList files;
     Options options;
     std::mutex mutex;
-    std::condition_variable changed;
+    std::condition_variable work;     // readers wait on it for files to read
+    std::condition_variable finished; // the probe waits on it for the file a reader has open
     std::vector<Step> steps;
     qsizetype nextToQueue = 0; // files below this were queued (or skipped)
     qsizetype nextToTake = 0;  // the first queued file no reader has taken yet
     bool stopping = false;
     // How long a reader waits for one file (open and reads), averaged over the last few: where
-    // the disk answers at once (the page cache, a fast SSD), reading ahead only costs CPU time,
-    // so then only every kSampleEvery-th file is read ahead, to notice when the disk slows down.
+    // the disk answers at once (the page cache, a fast SSD), reading in a reader only costs CPU
+    // time, so then the files are only opened and their reads handed to the kernel, and every
+    // kSampleEvery-th file is read through, to notice when the disk slows down.
     double meanWaitUs = 0;
     int waits = 0;
 
@@ -91,25 +103,33 @@ struct ReadAhead::State {
         std::vector<char> buffer(128 * 1024);
         std::unique_lock lock(mutex);
         for (;;) {
-            changed.wait(lock, [&] { return stopping || nextToTake < nextToQueue; });
+            work.wait(lock, [&] { return stopping || nextToTake < nextToQueue; });
             if (stopping)
                 return;
             const qsizetype index = nextToTake++;
-            if (steps[static_cast<size_t>(index)] != Step::queued)
+            const Step queued = steps[static_cast<size_t>(index)];
+            if (queued != Step::queued && queued != Step::hinted)
                 continue; // the probe passed it already
+            const bool hintOnly = queued == Step::hinted;
             steps[static_cast<size_t>(index)] = Step::reading;
             const QString path = files[index];
             lock.unlock();
             const auto started = std::chrono::steady_clock::now();
             if (options.beforeOpen)
                 options.beforeOpen(path);
-            const int fd = readAheadOne(path, buffer);
+            int fd = readAheadOne(path, buffer, hintOnly);
+            if (hintOnly && fd >= 0) {
+                ::close(fd);
+                fd = -1;
+            }
             const double waitedUs = std::chrono::duration<double, std::micro>(
                                         std::chrono::steady_clock::now() - started)
                                         .count();
             lock.lock();
-            meanWaitUs = waits == 0 ? waitedUs : meanWaitUs + (waitedUs - meanWaitUs) / 8;
-            ++waits;
+            if (!hintOnly) { // a hint returns before the disk answers: it says nothing of it
+                meanWaitUs = waits == 0 ? waitedUs : meanWaitUs + (waitedUs - meanWaitUs) / 8;
+                ++waits;
+            }
             Step &step = steps[static_cast<size_t>(index)];
             if (fd >= 0 && step == Step::reading && !stopping) {
                 HeldFiles::hold(path, fd);
@@ -119,7 +139,7 @@ struct ReadAhead::State {
                     ::close(fd);
                 step = Step::done;
             }
-            changed.notify_all(); // the probe may be waiting for this file
+            finished.notify_one(); // the probe may be waiting for this file
         }
     }
 };
@@ -143,7 +163,7 @@ ReadAhead::~ReadAhead()
         const std::lock_guard lock(s.mutex);
         s.stopping = true;
     }
-    s.changed.notify_all();
+    s.work.notify_all();
     // The readers are not joined: one stuck in an open on a share that went away must not take
     // the ingest with it. Each holds the state and closes what it opens once it sees `stopping`.
     const std::lock_guard lock(s.mutex);
@@ -162,7 +182,7 @@ void ReadAhead::reach(qsizetype index)
     for (qsizetype i = s.nextToTake; i < std::min(index, s.nextToQueue); ++i) {
         // Behind the probe: what no reader has started is not worth reading any more.
         Step &step = s.steps[static_cast<size_t>(i)];
-        if (step == Step::queued)
+        if (step == Step::queued || step == Step::hinted)
             step = Step::done;
     }
     // The work that follows the probe (fingerprints) is done with files further back.
@@ -177,13 +197,12 @@ void ReadAhead::reach(qsizetype index)
         Step &step = s.steps[static_cast<size_t>(s.nextToQueue)];
         if (step != Step::waiting)
             continue;
-        if (fast && s.nextToQueue % kSampleEvery != 0) {
-            step = Step::done;
-            continue;
-        }
-        step = Step::queued;
-        s.changed.notify_one();
+        step = fast && s.nextToQueue % kSampleEvery != 0 ? Step::hinted : Step::queued;
+        // A reader woken takes every file queued: on a fast disk one wake-up serves a batch.
+        if (!fast || s.nextToQueue - s.nextToTake + 1 >= kHintBatch ||
+            s.nextToQueue + 1 == s.files.size())
+            s.work.notify_one();
     }
     if (index < s.files.size())
-        s.changed.wait(lock, [&] { return s.steps[static_cast<size_t>(index)] != Step::reading; });
+        s.finished.wait(lock, [&] { return s.steps[static_cast<size_t>(index)] != Step::reading; });
 }
