@@ -55,10 +55,14 @@ icu::UnicodeString trimmed(const icu::UnicodeString &text, auto isTrimmed)
 
 icu::UnicodeString firstGraphemes(const icu::UnicodeString &text, int32_t count)
 {
+    // Every grapheme is at least one code unit. Most names are short, and making a break
+    // iterator costs more than the rest of the name together.
+    if (text.length() <= count)
+        return text;
     UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::BreakIterator> breaks(
+    thread_local const std::unique_ptr<icu::BreakIterator> breaks(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    if (U_FAILURE(status) || !breaks) // no break data: fall back to code points
+    if (!breaks) // no break data: fall back to code points
         return icu::UnicodeString(text, 0, text.moveIndex32(0, count));
     breaks->setText(text);
     int32_t end = breaks->first();
