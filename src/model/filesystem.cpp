@@ -47,7 +47,7 @@ Look look(const QString &path)
     };
     if (::stat(QFile::encodeName(path).constData(), &info) != 0)
         return {};
-    return {static_cast<qint64>(info.st_size), isSpecialMode(info.st_mode)};
+    return {static_cast<qint64>(info.st_size), isSpecialMode(info.st_mode), S_ISDIR(info.st_mode)};
 }
 
 int openForReading(const QString &path)

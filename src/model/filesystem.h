@@ -18,11 +18,13 @@ QString errorText(int code);
 // media may open one. A missing path or a folder is not special: its opener says what is wrong.
 bool isSpecial(const QString &path);
 
-// One look at `path`, links followed: its size (0 when it cannot be looked at) and whether it
-// is special as above. For callers that want both, at the price of one system call.
+// One look at `path`, links followed: its size (0 when it cannot be looked at), whether it is
+// special as above, and whether it is a folder. For callers that want more than one of these,
+// at the price of one system call.
 struct Look {
     qint64 size = 0;
     bool special = false;
+    bool folder = false;
 };
 Look look(const QString &path);
 

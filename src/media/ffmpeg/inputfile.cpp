@@ -6,7 +6,6 @@
 #include "vectorstate.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -50,9 +49,10 @@ const QByteArray &demuxerWhitelist()
 
 QString refusalText(const QString &path)
 {
-    if (QFileInfo(path).isDir())
+    const FileSystem::Look look = FileSystem::look(path);
+    if (look.folder)
         return avErrorText(AVERROR(EISDIR));
-    if (FileSystem::isSpecial(path))
+    if (look.special)
         // A pipe or a device could block a read forever, out of reach of any deadline.
         return FileSystem::notRegularText();
     return {}; // FFmpeg says why a missing file, a dangling link or a locked file fails
