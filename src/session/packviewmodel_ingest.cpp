@@ -15,7 +15,18 @@
 #include <QCoroFuture>
 #include <QPointer>
 #include <QPromise>
+#include <QTimer>
 #include <QtConcurrent>
+
+#include <atomic>
+
+namespace {
+
+// How often the GUI catches up with the files the ingest worker has reached: quicker than the
+// eye, rare beside the probes.
+constexpr std::chrono::milliseconds kCheckingStatusInterval{10};
+
+} // namespace
 
 QCoro::Task<MediaClip> PackViewModel::inspectOffThread(QString path)
 {
@@ -68,49 +79,57 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         co_return;
     }
 
-    // The probes run on one worker; it announces each file through a posted call, so every
-    // "Checking" status arrives in order and before the batch's end, which is posted the same
-    // way. When the session goes away first, its destructor stops and waits for the worker,
-    // the posted calls die with it, and the abandoned promise wakes this coroutine.
+    // The probes run on one worker. It notes which file it has reached, and the GUI thread
+    // shows a "Checking" status for every file up to there, in order, on a short timer and once
+    // more before the batch's end, which the worker posts. A posted call per file woke the GUI
+    // thread for every file, which cost the worker a twentieth of its time. When the session
+    // goes away first, its destructor stops and waits for the worker, the posted call dies with
+    // it, and the abandoned promise wakes this coroutine.
     struct Run {
         QPromise<void> done;
         QList<MediaClip> clips;
         QHash<QString, FileStamp> stamps;
+        std::atomic<qsizetype> reached = -1; // the last file the worker has begun
+        qsizetype shown = -1;                // the last file whose status the GUI has shown
     };
     auto run = std::make_shared<Run>();
     run->done.start();
     QFuture<void> finished = run->done.future();
-    const ProbeBatch batch{
-        m_services.probe, m_liveRules,
-        [this, fresh](qsizetype i) {
-            QMetaObject::invokeMethod(
-                this,
-                [this, i, total = fresh.size(), name = PathNames::lastComponent(fresh[i])] {
-                    setStatus(PackStatus::checking(i + 1, total, name));
-                },
-                Qt::QueuedConnection);
-        },
-        m_services.readAhead};
-    m_ingestWorkers.append(
-        QtConcurrent::run([this, batch, fresh, run, stop = m_ingestStop.get_token()] {
-            // Looked at before any probe: a file that changes meanwhile then differs from its
-            // stamp, and a watched folder probes it again.
-            QHash<QString, FileStamp> stamps;
-            for (const QString &path : fresh)
-                stamps.insert(path, FileStamp::of(path));
-            QList<MediaClip> probed = batch.run(fresh, stop);
-            if (stop.stop_requested())
-                return;
-            QMetaObject::invokeMethod(
-                this,
-                [run, probed = std::move(probed), stamps = std::move(stamps)]() mutable {
-                    run->clips = std::move(probed);
-                    run->stamps = std::move(stamps);
-                    run->done.finish();
-                },
-                Qt::QueuedConnection);
-        }));
+    const auto showReached = [this, run, fresh] {
+        for (const qsizetype reached = run->reached.load(); run->shown < reached;) {
+            ++run->shown;
+            setStatus(PackStatus::checking(run->shown + 1, fresh.size(),
+                                           PathNames::lastComponent(fresh[run->shown])));
+        }
+    };
+    QTimer relay; // no parent: it lives in this frame, and dies with it
+    relay.setInterval(kCheckingStatusInterval);
+    connect(&relay, &QTimer::timeout, this, showReached);
+    relay.start();
+    const ProbeBatch batch{m_services.probe, m_liveRules,
+                           [run](qsizetype i) { run->reached.store(i); }, m_services.readAhead};
+    m_ingestWorkers.append(QtConcurrent::run([this, batch, fresh, run, showReached,
+                                              stop = m_ingestStop.get_token()] {
+        // Looked at before any probe: a file that changes meanwhile then differs from its
+        // stamp, and a watched folder probes it again.
+        QHash<QString, FileStamp> stamps;
+        for (const QString &path : fresh)
+            stamps.insert(path, FileStamp::of(path));
+        QList<MediaClip> probed = batch.run(fresh, stop);
+        if (stop.stop_requested())
+            return;
+        QMetaObject::invokeMethod(
+            this,
+            [run, showReached, probed = std::move(probed), stamps = std::move(stamps)]() mutable {
+                showReached();
+                run->clips = std::move(probed);
+                run->stamps = std::move(stamps);
+                run->done.finish();
+            },
+            Qt::QueuedConnection);
+    }));
     co_await finished;
+    relay.stop();
     if (!self)
         co_return;
     pruneIngestWorkers();
