@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace Discovery {
 
@@ -34,6 +35,25 @@ QCollator makeCollator()
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     return collator;
+}
+
+// Stable, in file-browser order. Each name is collated once into a sort key, and keys compare
+// as bytes: comparing the names themselves collated both of them on every comparison, which
+// was most of the time a big folder took to list.
+template<typename T, typename NameOf>
+void sortByName(QList<T> &items, const QCollator &collator, NameOf nameOf)
+{
+    std::vector<std::pair<QCollatorSortKey, qsizetype>> keyed;
+    keyed.reserve(static_cast<size_t>(items.size()));
+    for (qsizetype i = 0; i < items.size(); ++i)
+        keyed.emplace_back(collator.sortKey(nameOf(items[i])), i);
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto &a, const auto &b) { return a.first.compare(b.first) < 0; });
+    QList<T> sorted;
+    sorted.reserve(items.size());
+    for (const auto &[key, index] : keyed)
+        sorted.append(std::move(items[index]));
+    items = std::move(sorted);
 }
 
 using DirKey = std::pair<dev_t, ino_t>;
@@ -80,9 +100,7 @@ void walk(const QString &folder, const QString &realFolder, const QCollator &col
         return;
 
     QList<Entry> entries = entriesOf(folder);
-    std::stable_sort(entries.begin(), entries.end(), [&](const Entry &a, const Entry &b) {
-        return collator.compare(a.name, b.name) < 0;
-    });
+    sortByName(entries, collator, [](const Entry &entry) { return entry.name; });
     const auto join = [](const QString &parent, const QString &name) {
         return parent.endsWith(u'/') ? parent + name : parent + u'/' + name;
     };
@@ -174,9 +192,7 @@ QStringList freshMedia(const QStringList &dropped, const QStringList &existing)
     named.reserve(unique.size());
     for (const QString &path : std::as_const(unique))
         named.append({PathNames::lastComponent(path), path});
-    std::stable_sort(named.begin(), named.end(), [&](const auto &a, const auto &b) {
-        return collator.compare(a.first, b.first) < 0;
-    });
+    sortByName(named, collator, [](const auto &item) { return item.first; });
 
     QSet<QString> inPack;
     for (const QString &path : existing)
