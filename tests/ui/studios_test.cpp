@@ -33,14 +33,6 @@ QStringList previews(const RenameStudioView *studio)
     return out;
 }
 
-QStringList labelTexts(const QWidget *widget)
-{
-    QStringList out;
-    for (const QLabel *label : widget->findChildren<QLabel *>())
-        out.append(label->text());
-    return out;
-}
-
 } // namespace
 
 class RenameStudioSheet : public WindowTest

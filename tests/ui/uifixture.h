@@ -8,8 +8,18 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 
 #include <memory>
+
+// Every label's text below `widget`, in the order of its children.
+inline QStringList labelTexts(const QWidget *widget)
+{
+    QStringList out;
+    for (const QLabel *label : widget->findChildren<QLabel *>())
+        out.append(label->text());
+    return out;
+}
 
 // A main window over the session fixture: fake probe and converter, scripted panels, private
 // preferences, and a thumbnail cache of its own that gives a coloured tile per file (the
