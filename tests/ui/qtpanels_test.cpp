@@ -107,15 +107,16 @@ TEST(QtPanels, CancelledPanelsGiveNothing)
     EXPECT_FALSE(QtPanels().chooseOpenFile(QStringLiteral("m"), QStringLiteral("p")));
 }
 
-TEST(QtPanels, SaveProposesTheNameInTheStartFolder)
+TEST(QtPanels, SaveAndFolderPanelsOpenAtTheStartFolderAndReturnTheChoice)
 {
     QTemporaryDir root;
+    ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("packs")));
     QString directory, typed;
     QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
     whenDialogOpens([&](QFileDialog &dialog) {
         directory = dialog.directory().absolutePath();
         mode = dialog.acceptMode();
-        typed = dialog.selectedFiles().value(0);
+        typed = dialog.selectedFiles().value(0); // the proposed name
         accept(dialog);
     });
     const std::optional<QString> saved =
@@ -125,13 +126,8 @@ TEST(QtPanels, SaveProposesTheNameInTheStartFolder)
     EXPECT_EQ(mode, QFileDialog::AcceptSave);
     EXPECT_EQ(typed, root.filePath(QStringLiteral("Show.cuebox.json")));
     EXPECT_EQ(saved, root.filePath(QStringLiteral("Show.cuebox.json")));
-}
 
-TEST(QtPanels, ChooseFolderOpensAtTheStartFolderAndReturnsTheChoice)
-{
-    QTemporaryDir root;
-    ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("packs")));
-    QString directory;
+    directory.clear();
     whenDialogOpens([&](QFileDialog &dialog) {
         directory = dialog.directory().absolutePath();
         dialog.selectFile(root.filePath(QStringLiteral("packs")));
