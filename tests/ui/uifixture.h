@@ -65,15 +65,6 @@ protected:
         ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
     }
 
-    // `name` probes as a movie with one AAC audio track (a warning).
-    void withAudio(const QString &name)
-    {
-        VideoFacts facts = FakeProbe::defaultVideo();
-        facts.audioTrackCount = 1;
-        facts.audioCodecCode = FakeProbe::code("aac ");
-        m_probe->setVideo(name, facts);
-    }
-
     // Opens the rename or the convert studio from the session's flag, as the menu and the
     // sidebar do, and waits until its sheet is on screen.
     QDialog *openSheet(bool rename)
