@@ -107,16 +107,15 @@ TEST(QtPanels, CancelledPanelsGiveNothing)
     EXPECT_FALSE(QtPanels().chooseOpenFile(QStringLiteral("m"), QStringLiteral("p")));
 }
 
-TEST(QtPanels, SaveAndFolderPanelsOpenAtTheStartFolderAndReturnTheChoice)
+TEST(QtPanels, SaveProposesTheNameInTheStartFolder)
 {
     QTemporaryDir root;
-    ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("packs")));
     QString directory, typed;
     QFileDialog::AcceptMode mode = QFileDialog::AcceptOpen;
     whenDialogOpens([&](QFileDialog &dialog) {
         directory = dialog.directory().absolutePath();
         mode = dialog.acceptMode();
-        typed = dialog.selectedFiles().value(0); // the proposed name
+        typed = dialog.selectedFiles().value(0);
         accept(dialog);
     });
     const std::optional<QString> saved =
@@ -126,8 +125,13 @@ TEST(QtPanels, SaveAndFolderPanelsOpenAtTheStartFolderAndReturnTheChoice)
     EXPECT_EQ(mode, QFileDialog::AcceptSave);
     EXPECT_EQ(typed, root.filePath(QStringLiteral("Show.cuebox.json")));
     EXPECT_EQ(saved, root.filePath(QStringLiteral("Show.cuebox.json")));
+}
 
-    directory.clear();
+TEST(QtPanels, ChooseFolderOpensAtTheStartFolderAndReturnsTheChoice)
+{
+    QTemporaryDir root;
+    ASSERT_TRUE(QDir(root.path()).mkpath(QStringLiteral("packs")));
+    QString directory;
     whenDialogOpens([&](QFileDialog &dialog) {
         directory = dialog.directory().absolutePath();
         dialog.selectFile(root.filePath(QStringLiteral("packs")));
