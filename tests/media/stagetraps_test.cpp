@@ -26,24 +26,6 @@ QString trapFixture(const QString &name)
     return QDir(QStringLiteral(CUEBOX_STAGETRAP_FIXTURES)).filePath(name);
 }
 
-// Presentation times of the decoded pictures, in seconds, in display order.
-QList<double> frameTimes(const QString &file)
-{
-    const QByteArray out =
-        run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
-                        "frame=best_effort_timestamp_time", "-of", "csv=p=0", file})
-            .out;
-    QList<double> times;
-    for (const QByteArray &line : out.split('\n')) {
-        // Side data of a frame can follow its time on the same line.
-        const QByteArray time = line.split(',').front().trimmed();
-        if (!time.isEmpty())
-            times.append(time.toDouble());
-    }
-    std::sort(times.begin(), times.end());
-    return times;
-}
-
 // Means of the picture statistics ffmpeg's signalstats gives frame by frame (YAVG, YLOW,
 // YHIGH), on 8-bit pictures, from one decode.
 QHash<QString, double> lumaStats(const QString &file)
@@ -176,17 +158,17 @@ TEST(StageTrapConvert, ProResAndH264CopiesHaveNoTrapLeft)
             const QJsonObject stream = streams(ffprobe(movie), u"video").value(0);
             if (name.startsWith("vfr")) {
                 // 25 fps on average becomes a constant 25 fps: every frame 40 ms.
-                const QList<double> times = frameTimes(movie);
+                const QList<double> times = packetTimes(movie, "v:0");
                 ASSERT_GT(times.size(), 40);
                 for (qsizetype i = 1; i < times.size(); ++i)
                     EXPECT_NEAR(times[i] - times[i - 1], 0.040, 0.0005) << "frame " << i;
                 EXPECT_EQ(stream["avg_frame_rate"].toString(), "25/1");
-                const QList<double> source = frameTimes(trapFixture(name));
+                const QList<double> source = packetTimes(trapFixture(name), "v:0");
                 const double sourceSpan = source.last() + 0.02 - source.first(); // last: 20 ms
                 EXPECT_NEAR(times.last() + 0.040 - times.first(), sourceSpan, 0.0401);
             } else if (name.startsWith("interlaced")) {
                 EXPECT_EQ(stream["field_order"].toString(), "progressive");
-                EXPECT_EQ(frameTimes(movie).size(), 25); // one frame out per frame in
+                EXPECT_EQ(packetTimes(movie, "v:0").size(), 25); // one frame out per frame in
             } else {
                 EXPECT_EQ(stream["color_transfer"].toString(), "bt709");
                 EXPECT_EQ(stream["color_primaries"].toString(), "bt709");

@@ -1,4 +1,5 @@
 #include "model/discovery.h"
+#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,18 +16,10 @@ class DiscoveryTree : public ::testing::Test
 protected:
     QString path(const QString &relative) const { return m_dir.path() + u'/' + relative; }
 
-    void touch(const QString &relative)
-    {
-        QDir().mkpath(QFileInfo(path(relative)).path());
-        QFile file(path(relative));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("x");
-    }
+    void touch(const QString &relative) { writeFile(path(relative), "x"); }
     void link(const QString &target, const QString &relative)
     {
-        ASSERT_EQ(::symlink(QFile::encodeName(target).constData(),
-                            QFile::encodeName(path(relative)).constData()),
-                  0);
+        ASSERT_TRUE(QFile::link(target, path(relative)));
     }
     // Paths relative to the (resolved) temporary folder, for readable expectations.
     QStringList relative(const QStringList &paths) const

@@ -11,11 +11,7 @@ class Conversion : public SessionTest
 protected:
     void SetUp() override
     {
-        VideoFacts loud = FakeProbe::defaultVideo();
-        loud.audioTrackCount = 1;
-        loud.audioCodecCode = FakeProbe::code("aac ");
-        m_probe->setVideo("loud.mov", loud);
-        m_probe->setVideo("a/clip.mov", loud);
+        withAudio("loud.mov");
         m_probe->setImage("odd.png", ImageFacts{true, true, 1921, 1080});
         // What the converter writes probes clean: audio gone, sizes even.
         m_probe->setImage("03_odd.png", ImageFacts{true, true, 1920, 1080});

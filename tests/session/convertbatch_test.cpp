@@ -29,19 +29,12 @@ int modeOf(const QString &path)
     return ::lstat(QFile::encodeName(path).constData(), &info) == 0 ? int(info.st_mode & 0777) : -1;
 }
 
-VideoFacts loudVideo()
-{
-    VideoFacts loud = FakeProbe::defaultVideo();
-    loud.audioTrackCount = 1;
-    return loud;
-}
-
 class ConvertBatch : public SessionTest
 {
 protected:
     void SetUp() override
     {
-        m_probe->setVideo("loud.mov", loudVideo());
+        withAudio("loud.mov");
         m_probe->setImage("a.png", ImageFacts{true, true, 1921, 1081});
         m_probe->setImage("c.png", ImageFacts{true, true, 1921, 1081});
         for (const char *file : {"show/a.png", "show/b.mov", "show/c.png", "show/loud.mov"})
@@ -138,7 +131,7 @@ TEST_F(ConvertBatch, StrippedClipsGoToAPrivateFolderOfTheUser)
     const QString cache = path("cache");
     qputenv("XDG_CACHE_HOME", QFile::encodeName(cache));
     const QString folder = cache + "/Cuebox/StripAudio";
-    m_probe->setVideo("04_loud.mov", loudVideo()); // stays loud, so each row strips it again
+    withAudio("04_loud.mov"); // stays loud, so each row strips it again
     struct Row {
         const char *name;
         std::function<void()> prepare;

@@ -99,10 +99,7 @@ TEST_F(Edits, DuplicatesAreMarkedAtIngestAndRemovedKeepingTheFirst)
 
 TEST_F(Edits, DerivedCountsAndChecklist)
 {
-    VideoFacts loud = FakeProbe::defaultVideo();
-    loud.audioTrackCount = 1;
-    loud.audioCodecCode = FakeProbe::code("aac ");
-    m_probe->setVideo("loud.mov", loud);
+    withAudio("loud.mov");
     touch("more/loud.mov");
     touch("more/still.png");
     QCoro::waitFor(vm().ingest({url(path("more"))}));

@@ -1,27 +1,30 @@
+// The pre-show checklist's lines, and the count of clips a conversion would rob of their
+// transparency.
 #include "session/preshowchecklist.h"
+#include "session/transparencyloss.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-MediaClip video(const QString &codec, ClipHealth severity = ClipHealth::ok, bool audio = false)
+// A probed clip: a still for "PNG", else a video.
+MediaClip clip(const QString &codec, ClipHealth severity = ClipHealth::ok, bool audio = false,
+               bool alpha = false)
 {
-    MediaClip c = MediaClip::forFile("/show/v.mov");
+    MediaClip c = MediaClip::forFile(codec == u"PNG" ? "/show/s.png" : "/show/v.mov");
     c.isInspected = true;
     c.videoCodec = codec;
     c.hasAudio = audio;
+    c.hasAlpha = alpha;
     if (severity != ClipHealth::ok)
         c.issues.append(ClipIssue::make(severity, IssueKind::lowRes));
     return c;
 }
 
+// Stills never count as audio, whatever the probe said.
 MediaClip still()
 {
-    MediaClip c = MediaClip::forFile("/show/s.png");
-    c.isInspected = true;
-    c.videoCodec = "PNG";
-    c.hasAudio = true; // stills never count as audio, whatever the probe said
-    return c;
+    return clip("PNG", ClipHealth::ok, true);
 }
 
 struct Line {
@@ -63,8 +66,8 @@ TEST(PreShowChecklist, EmptyPack)
 
 TEST(PreShowChecklist, MixedPackBeforeAndAfterExport)
 {
-    QList<MediaClip> clips{video("avc1", ClipHealth::fail, true), video("avc1", ClipHealth::warn),
-                           video("avc1", ClipHealth::warn), still()};
+    QList<MediaClip> clips{clip("avc1", ClipHealth::fail, true), clip("avc1", ClipHealth::warn),
+                           clip("avc1", ClipHealth::warn), still()};
     clips[1].isDuplicate = true;
     clips[2].isDuplicate = true;
     expectLines(PreShowChecklist::build(clips, kNone, kNone),
@@ -87,11 +90,58 @@ TEST(PreShowChecklist, MixedPackBeforeAndAfterExport)
     EXPECT_FALSE(warnOnly.items[2].ok); // a backup alone does not make videos Arena-ready
 }
 
-// Upper- and lower-case DXV and HAP codes are judged in gpufamily_test.
 TEST(PreShowChecklist, StillsAreNeitherVideosNorAudio)
 {
     const PreShowChecklist stills = PreShowChecklist::build({still(), still()}, kNone, kNone);
     EXPECT_EQ(stills.items[2].detailKey, "checklist.dxv.none");
     EXPECT_EQ(stills.items[2].count, 0);
     EXPECT_TRUE(stills.items[1].ok);
+}
+
+TEST(GpuFamilyChecklist, DxvLineCountsHapInAnyCase)
+{
+    const struct {
+        const char *name;
+        QStringList codecs;
+        std::optional<QUrl> exportFolder;
+        bool ok;
+        const char *detail;
+        qint64 count;
+    } rows[] = {
+        {"all HAP", {"Hap1", "Hap5", "HapY", "HapM", "HapA"}, kNone, true, "checklist.dxv.gpu", 5},
+        {"lower case", {"hap1", "hApy"}, kNone, true, "checklist.dxv.gpu", 2},
+        {"HAP and DXV", {"Hap1", "DXV3"}, kNone, true, "checklist.dxv.gpu", 2},
+        {"DXV only", {"DXV3", "dxd3"}, kNone, true, "checklist.dxv.ok", 2},
+        {"HAP and H.264", {"Hap1", "avc1"}, kNone, false, "checklist.dxv.bad", 1},
+        {"HAP and H.264 exported", {"Hap1", "avc1"}, kFolder, true, "checklist.dxv.exported", 1},
+        {"near miss", {"Hap7", "HAPPY"}, kNone, false, "checklist.dxv.bad", 0},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.name);
+        QList<MediaClip> clips;
+        for (const QString &codec : row.codecs)
+            clips.append(clip(codec));
+        clips.append(clip("PNG"));
+        const ChecklistItem dxv = PreShowChecklist::build(clips, row.exportFolder, kNone).items[2];
+        EXPECT_EQ(dxv.ok, row.ok);
+        EXPECT_EQ(dxv.detailKey, QLatin1String(row.detail));
+        EXPECT_EQ(dxv.count, row.count);
+    }
+}
+
+TEST(TransparencyLoss, CountsTransparentVideosOfTheBatchGoingToH264)
+{
+    const QList<MediaClip> clips{
+        clip("ap4h", ClipHealth::ok, false, true),
+        clip("ap4h", ClipHealth::warn, false, true),
+        clip("avc1", ClipHealth::fail),
+        clip("PNG", ClipHealth::warn, false, true),
+    };
+    EXPECT_EQ(clipsLosingTransparency(clips, ArenaConvertFormat::h264, false), 2);
+    EXPECT_EQ(clipsLosingTransparency(clips, ArenaConvertFormat::h264, true), 1);
+    for (ArenaConvertFormat format : kAllConvertFormats) {
+        SCOPED_TRACE(rawValue(format).toStdString());
+        const qint64 expected = format == ArenaConvertFormat::h264 ? 2 : 0;
+        EXPECT_EQ(clipsLosingTransparency(clips, format, false), expected);
+    }
 }

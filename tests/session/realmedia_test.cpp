@@ -35,11 +35,7 @@ TEST_F(RealMedia, IngestJudgesExportsAndReloadsWithoutTouchingSources)
     EXPECT_EQ(names, (QStringList{"01_band_intro", "02_logo", "03_notes", "04_opening"}));
     EXPECT_EQ(healths, (QList<ClipHealth>{ClipHealth::warn, ClipHealth::ok, ClipHealth::fail,
                                           ClipHealth::ok}));
-    const MediaClip &band = vm().clips()[0];
-    EXPECT_EQ(band.resolutionLabel(), "1920×1080");
-    EXPECT_EQ(band.videoCodec, "avc1");
-    EXPECT_EQ(band.audioCodec, "aac");
-    EXPECT_EQ(vm().clipsWithAudioCount(), 1);
+    EXPECT_EQ(vm().clipsWithAudioCount(), 1); // what the probe reads is its own tests'
 
     QDir().mkpath(path("out"));
     m_panels.folders.push_back(path("out"));

@@ -156,6 +156,14 @@ protected:
         return QFileInfo(writeFile(path(relative), bytes)).canonicalFilePath();
     }
     static QUrl url(const QString &p) { return QUrl::fromLocalFile(p); }
+    // `name` probes as a movie with one AAC audio track (a warning).
+    void withAudio(const QString &name)
+    {
+        VideoFacts facts = FakeProbe::defaultVideo();
+        facts.audioTrackCount = 1;
+        facts.audioCodecCode = FakeProbe::code("aac ");
+        m_probe->setVideo(name, facts);
+    }
     QStringList names(QString MediaClip::*field)
     {
         QStringList out;

@@ -109,16 +109,3 @@ TEST_F(LabelsFit, SidebarAndStudiosShowEveryTextWholeInEveryLanguage)
         }
     }
 }
-
-TEST_F(LabelsFit, TwoButtonsShareARowWhenBothFitAndStackWhenNot)
-{
-    atMinimumSize(false);
-    const auto sideBySide = [this] {
-        return naming().editNamesButton()->y() == naming().convertButton()->y();
-    };
-    EXPECT_TRUE(sideBySide()); // "Edit names" and "Convert" fit in 320 points
-    m_localization.setLanguage(AppLanguage::russian);
-    QApplication::processEvents();
-    EXPECT_FALSE(sideBySide()); // "Изменить имена" and "Конвертировать" do not
-    EXPECT_GE(naming().convertButton()->y(), naming().editNamesButton()->geometry().bottom());
-}

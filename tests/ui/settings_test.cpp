@@ -3,8 +3,6 @@
 #include "uifixture.h"
 
 #include "ui/contentview.h"
-#include "ui/detailarea.h"
-#include "ui/dropzoneview.h"
 #include "ui/kitbuttons.h"
 #include "ui/kitwidgets.h"
 #include "ui/settings/settingscards.h"
@@ -15,7 +13,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QTest>
 
 using Command = AppCommands::Command;
@@ -62,14 +59,6 @@ protected:
         QStringList texts;
         for (SettingsSection s : kAllSettingsSections)
             texts.append(view().railButton(s)->text());
-        return texts;
-    }
-
-    static QStringList rowTexts(const BentoToggleRow *row)
-    {
-        QStringList texts;
-        for (const QLabel *label : row->findChildren<QLabel *>())
-            texts.append(label->text());
         return texts;
     }
 
@@ -125,10 +114,9 @@ TEST_F(SettingsTest, LanguageChipRelabelsTheMainWindowAndTheSettingsWindowAtOnce
     click(chips.chip(AppLanguage::german));
 
     EXPECT_EQ(m_localization.language(), AppLanguage::german);
-    EXPECT_EQ(window().menuBar()->actions().front()->text(), "&Datei");
+    // The menus follow (their texts in every language are the menu test's); the content was
+    // rebuilt around the same pack and selection.
     EXPECT_EQ(command(Command::openFolder)->text(), "Ordner öffnen…");
-    EXPECT_EQ(window().content()->detail()->dropZone()->openButton()->text(), "Öffnen…");
-    // The content was rebuilt around the same pack and selection.
     EXPECT_NE(window().content(), before);
     EXPECT_EQ(vm().selectedClipID(), vm().clips()[1].id);
     EXPECT_EQ(settings().windowTitle(), "Einstellungen");
@@ -217,7 +205,7 @@ TEST_F(SettingsTest, SwitchesWriteTheirFieldFollowItAndPreferencesAreStored)
         const Row &row = rows[i];
         SCOPED_TRACE(row.texts.front().toStdString());
         click(view().railButton(row.section));
-        EXPECT_EQ(rowTexts(row.row), row.texts);
+        EXPECT_EQ(labelTexts(row.row), row.texts);
         EXPECT_EQ(row.row->toggle()->isChecked(), defaults[i]);
         click(row.row->toggle());
         EXPECT_EQ(row.field(), !defaults[i]);

@@ -60,9 +60,14 @@ TEST_F(Sidebar, EachButtonFollowsThePackItsCountsAScanAndAConversion)
     ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
     m_probe->setDelay(std::chrono::milliseconds(0));
     vm().setSelectedClipID(loud);
-    holdConversion();
+    m_conversion->setDelay(std::chrono::milliseconds(20000)); // until cancelled
+    QDir().mkpath(path(QStringLiteral("out")));
+    m_panels.folders.push_back(path(QStringLiteral("out")));
+    batch().convertProblemsButton()->click();
+    ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
     expectState(4);
-    releaseConversion();
+    vm().cancelConversion();
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
     expectState(5);
 
     vm().clear();

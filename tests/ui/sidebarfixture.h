@@ -1,7 +1,7 @@
 #pragma once
 
-// The report sidebar's tests: a window over the session fixture, a pack with audio, a finding
-// and a duplicate, and a conversion that runs until it is cancelled.
+// The report sidebar's tests: a window over the session fixture and a pack with audio, a
+// finding and a duplicate.
 #include "uifixture.h"
 
 #include "ui/contentview.h"
@@ -67,20 +67,5 @@ protected:
                          url(touch(QStringLiteral("twin_b.mov"), QByteArray(64, 't')))});
         ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
         ASSERT_EQ(vm().clips().size(), before + 4);
-    }
-
-    // Starts a problem-clip conversion that runs until cancelled.
-    void holdConversion()
-    {
-        m_conversion->setDelay(std::chrono::milliseconds(20000));
-        QDir().mkpath(path(QStringLiteral("out")));
-        m_panels.folders.push_back(path(QStringLiteral("out")));
-        batch().convertProblemsButton()->click();
-        ASSERT_TRUE(waitUntil([this] { return vm().isConverting(); }));
-    }
-    void releaseConversion()
-    {
-        vm().cancelConversion();
-        ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
     }
 };

@@ -8,8 +8,18 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLabel>
 
 #include <memory>
+
+// Every label's text below `widget`, in the order of its children.
+inline QStringList labelTexts(const QWidget *widget)
+{
+    QStringList out;
+    for (const QLabel *label : widget->findChildren<QLabel *>())
+        out.append(label->text());
+    return out;
+}
 
 // A main window over the session fixture: fake probe and converter, scripted panels, private
 // preferences, and a thumbnail cache of its own that gives a coloured tile per file (the
@@ -53,15 +63,6 @@ protected:
             urls.append(url(touch(name)));
         vm().handleDrop(urls);
         ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
-    }
-
-    // `name` probes as a movie with one AAC audio track (a warning).
-    void withAudio(const QString &name)
-    {
-        VideoFacts facts = FakeProbe::defaultVideo();
-        facts.audioTrackCount = 1;
-        facts.audioCodecCode = FakeProbe::code("aac ");
-        m_probe->setVideo(name, facts);
     }
 
     // Opens the rename or the convert studio from the session's flag, as the menu and the

@@ -79,8 +79,10 @@ inline QList<double> packetTimes(const QString &file, const QString &selector)
                                        "packet=pts_time", "-of", "csv=p=0", file});
     QList<double> times;
     for (const QByteArray &line : probed.out.split('\n')) {
-        if (!line.trimmed().isEmpty())
-            times.append(line.trimmed().toDouble());
+        // Side data of a packet can follow its time on the same line.
+        const QByteArray time = line.split(',').front().trimmed();
+        if (!time.isEmpty())
+            times.append(time.toDouble());
     }
     std::sort(times.begin(), times.end());
     return times;
