@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -43,38 +44,56 @@ void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
     }
 }
 
-// Opens and reads one file ahead; -1 for anything that is not a readable regular file. Only a
-// regular file is ever opened: opening a pipe waits for a writer, and opening a device can
+// Whether the first and the last byte of the file are in the page cache already: a read that
+// may not wait for the disk says so for the cost of a system call.
+bool isCached(int fd, qint64 size)
+{
+    char byte = 0;
+    iovec one{&byte, 1};
+    return size == 0 || (::preadv2(fd, &one, 1, 0, RWF_NOWAIT) == 1 &&
+                         ::preadv2(fd, &one, 1, static_cast<off_t>(size - 1), RWF_NOWAIT) == 1);
+}
+
+struct Opened {
+    int fd = -1;
+    bool cached = false; // the file's ends were in the page cache before this reader came
+};
+
+// Opens and reads one file ahead; fd -1 for anything that is not a readable regular file. Only
+// a regular file is ever opened: opening a pipe waits for a writer, and opening a device can
 // have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
 // them and returns at once: on a fast disk that hides a cold read for the cost of a system call,
 // where reading it here would hold the reader (and the CPU) for as long as the read takes.
-int readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnly)
+Opened readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnly)
 {
     const QByteArray local = QFile::encodeName(path);
     struct stat st {
     };
     if (::stat(local.constData(), &st) != 0 || !S_ISREG(st.st_mode))
-        return -1;
+        return {};
     const int fd = ::open(local.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     if (fd < 0)
-        return -1;
+        return {};
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) { // replaced between stat and open
         ::close(fd);
-        return -1;
+        return {};
     }
     const qint64 size = st.st_size;
+    const bool cached = isCached(fd, size);
     if (hintOnly) {
-        ::posix_fadvise(fd, 0, std::min(size, ReadAhead::kHeadBytes), POSIX_FADV_WILLNEED);
-        if (size > ReadAhead::kHeadBytes)
-            ::posix_fadvise(fd, std::max(ReadAhead::kHeadBytes, size - ReadAhead::kTailBytes),
-                            ReadAhead::kTailBytes, POSIX_FADV_WILLNEED);
+        if (!cached) {
+            ::posix_fadvise(fd, 0, std::min(size, ReadAhead::kHeadBytes), POSIX_FADV_WILLNEED);
+            if (size > ReadAhead::kHeadBytes)
+                ::posix_fadvise(fd, std::max(ReadAhead::kHeadBytes, size - ReadAhead::kTailBytes),
+                                ReadAhead::kTailBytes, POSIX_FADV_WILLNEED);
+        }
     } else if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
         readRange(fd, buffer, 0, size);
     } else {
         readRange(fd, buffer, 0, ReadAhead::kHeadBytes);
         readRange(fd, buffer, size - ReadAhead::kTailBytes, ReadAhead::kTailBytes);
     }
-    return fd;
+    return {fd, cached};
 }
 
 } // namespace
@@ -97,6 +116,11 @@ struct ReadAhead::State {
     int waits = 0;
 
     bool diskIsFast() const { return waits >= kFastAfter && meanWaitUs < kFastDiskUs; }
+    // Files in a row found in the page cache already. Then a fast disk's files are only sampled
+    // too, as handing the kernel reads of cached bytes would cost CPU time for nothing; one file
+    // found cold starts handing every file's reads to the kernel again.
+    int cachedRun = 0;
+    bool cacheIsWarm() const { return cachedRun >= kFastAfter; }
 
     void readerLoop()
     {
@@ -117,7 +141,8 @@ struct ReadAhead::State {
             const auto started = std::chrono::steady_clock::now();
             if (options.beforeOpen)
                 options.beforeOpen(path);
-            int fd = readAheadOne(path, buffer, hintOnly);
+            const Opened opened = readAheadOne(path, buffer, hintOnly);
+            int fd = opened.fd;
             if (hintOnly && fd >= 0) {
                 ::close(fd);
                 fd = -1;
@@ -130,6 +155,8 @@ struct ReadAhead::State {
                 meanWaitUs = waits == 0 ? waitedUs : meanWaitUs + (waitedUs - meanWaitUs) / 8;
                 ++waits;
             }
+            if (opened.fd >= 0)
+                cachedRun = opened.cached ? cachedRun + 1 : 0;
             Step &step = steps[static_cast<size_t>(index)];
             if (fd >= 0 && step == Step::reading && !stopping) {
                 HeldFiles::hold(path, fd);
@@ -197,7 +224,14 @@ void ReadAhead::reach(qsizetype index)
         Step &step = s.steps[static_cast<size_t>(s.nextToQueue)];
         if (step != Step::waiting)
             continue;
-        step = fast && s.nextToQueue % kSampleEvery != 0 ? Step::hinted : Step::queued;
+        if (!fast || s.nextToQueue % kSampleEvery == 0)
+            step = Step::queued;
+        else if (!s.cacheIsWarm())
+            step = Step::hinted;
+        else {
+            step = Step::done;
+            continue;
+        }
         // A reader woken takes every file queued: on a fast disk one wake-up serves a batch.
         if (!fast || s.nextToQueue - s.nextToTake + 1 >= kHintBatch ||
             s.nextToQueue + 1 == s.files.size())
