@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 
 #include <clocale>
+#include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -38,7 +40,13 @@ int main(int argc, char *argv[])
         QCoreApplication app(argc, argv);
         keepNumbersInTheCLocale();
         nameApplication();
-        return CommandLine::run(args);
+        const int code = CommandLine::run(args);
+        // A verb has written, synced and cleaned up all it made by the time it returns. What is
+        // left is tearing down the thread pool and the static state of some 150 libraries,
+        // which took about 10 ms of every run; the kernel takes the memory back at once.
+        std::fflush(stdout);
+        std::fflush(stderr);
+        std::_Exit(code);
     }
     QApplication app(argc, argv);
     keepNumbersInTheCLocale();
