@@ -71,11 +71,13 @@ QString text(const QList<MediaClip> &clips, const PreShowChecklist &checklist, c
                   cell(strings[u"table.status"], 6) + cell(strings[u"table.res"], 11) +
                   cell(strings[u"cli.duration"], 7) + cell(strings[u"table.fps"], 6) +
                   cell(strings[u"cli.codec"], 6) + strings[u"cli.findings"] + reset + u'\n';
-    // A row is the name plus about 60 characters of columns and findings: growing the text
-    // row by row copied it over and over for a big folder.
-    out.reserve((nameWidth + 80) * (clips.size() + 16));
+    // Joined once: growing the text row by row copied it over and over for a big folder.
+    QStringList rows;
+    rows.reserve(clips.size() + 1);
     for (const MediaClip &clip : clips)
-        out += row(clip, nameWidth, strings, colour) + u'\n';
+        rows.append(row(clip, nameWidth, strings, colour));
+    rows.append(QString());
+    out += rows.join(u'\n');
 
     out += u'\n' + bold + strings[u"checklist.title"] + QStringLiteral("  ") +
            strings.format(u"checklist.progress",

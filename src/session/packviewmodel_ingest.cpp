@@ -145,12 +145,17 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         m_probedStamps.insert(clip.sourcePath(), run->stamps.value(clip.sourcePath()));
     }
 
+    const std::optional<QUuid> firstAdded =
+        added.isEmpty() ? std::nullopt : std::optional<QUuid>(added.front().id);
+    // Duplicates are marked before the clips are set: marking them after copied the whole pack
+    // once more, and showed it once without its duplicate findings.
     QList<MediaClip> clips = m_clips;
-    clips.append(added);
+    clips.append(std::move(added));
+    const qint64 duplicates = Duplicates::markDuplicates(clips);
     setClips(std::move(clips));
-    markDuplicates();
-    if (!m_selectedClipID && !added.isEmpty())
-        setSelectedClipID(added.front().id);
+    setDuplicateCount(duplicates);
+    if (!m_selectedClipID && firstAdded)
+        setSelectedClipID(firstAdded);
     setScanning(false);
     setStatus(statusAfterIngest());
 }
