@@ -146,10 +146,12 @@ std::pair<qint64, qint64> displaySize(double width, double height, const Display
 }
 
 MediaClip inspect(const QString &path, const InspectionRules &rules, const MediaProbe &probe,
-                  std::stop_token stop)
+                  std::stop_token stop, FileStamp *lookedAt)
 {
     MediaClip clip = MediaClip::forFile(path);
     const FileSystem::Look look = FileSystem::look(path);
+    if (lookedAt)
+        *lookedAt = look.found ? FileStamp{look.size, look.modifiedNs} : FileStamp{};
     clip.fileSize = look.size;
     if (look.special) // never opened: a pipe would block the probe for ever
         addFailure(clip, IssueKind::readError, FileSystem::notRegularText());

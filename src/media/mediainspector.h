@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mediaprobe.h"
+#include "model/filestamp.h"
 #include "model/mediaclip.h"
 #include "model/riskrules.h"
 
@@ -9,8 +10,10 @@
 // Probes one file and judges it. Never fails: every problem becomes a finding on the clip.
 namespace MediaInspector {
 
+// `lookedAt`, when given, receives the file's stamp as it was just before the probe: a file
+// that changes during or after the probe then differs from it.
 MediaClip inspect(const QString &path, const InspectionRules &rules, const MediaProbe &probe,
-                  std::stop_token stop = {});
+                  std::stop_token stop = {}, FileStamp *lookedAt = nullptr);
 
 // Four bytes, most significant first, as ASCII with spaces and tabs trimmed at both ends;
 // "????" when any byte is 128 or above. NUL bytes stay.

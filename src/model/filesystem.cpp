@@ -47,7 +47,8 @@ Look look(const QString &path)
     };
     if (::stat(QFile::encodeName(path).constData(), &info) != 0)
         return {};
-    return {static_cast<qint64>(info.st_size), isSpecialMode(info.st_mode), S_ISDIR(info.st_mode)};
+    return {static_cast<qint64>(info.st_size), isSpecialMode(info.st_mode), S_ISDIR(info.st_mode),
+            true, qint64(info.st_mtim.tv_sec) * 1'000'000'000 + info.st_mtim.tv_nsec};
 }
 
 int openForReading(const QString &path)

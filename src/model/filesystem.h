@@ -25,6 +25,8 @@ struct Look {
     qint64 size = 0;
     bool special = false;
     bool folder = false;
+    bool found = false;
+    qint64 modifiedNs = 0; // since the epoch
 };
 Look look(const QString &path);
 

@@ -88,7 +88,7 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     struct Run {
         QPromise<void> done;
         QList<MediaClip> clips;
-        QHash<QString, FileStamp> stamps;
+        QList<FileStamp> stamps; // of each clip's file, as looked at just before its probe
         std::atomic<qsizetype> reached = -1; // the last file the worker has begun
         qsizetype shown = -1;                // the last file whose status the GUI has shown
     };
@@ -108,26 +108,21 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
     relay.start();
     const ProbeBatch batch{m_services.probe, m_liveRules,
                            [run](qsizetype i) { run->reached.store(i); }, m_services.readAhead};
-    m_ingestWorkers.append(QtConcurrent::run([this, batch, fresh, run, showReached,
-                                              stop = m_ingestStop.get_token()] {
-        // Looked at before any probe: a file that changes meanwhile then differs from its
-        // stamp, and a watched folder probes it again.
-        QHash<QString, FileStamp> stamps;
-        for (const QString &path : fresh)
-            stamps.insert(path, FileStamp::of(path));
-        QList<MediaClip> probed = batch.run(fresh, stop);
-        if (stop.stop_requested())
-            return;
-        QMetaObject::invokeMethod(
-            this,
-            [run, showReached, probed = std::move(probed), stamps = std::move(stamps)]() mutable {
-                showReached();
-                run->clips = std::move(probed);
-                run->stamps = std::move(stamps);
-                run->done.finish();
-            },
-            Qt::QueuedConnection);
-    }));
+    m_ingestWorkers.append(
+        QtConcurrent::run([this, batch, fresh, run, showReached, stop = m_ingestStop.get_token()] {
+            ProbeBatch::Probed probed = batch.run(fresh, stop);
+            if (stop.stop_requested())
+                return;
+            QMetaObject::invokeMethod(
+                this,
+                [run, showReached, probed = std::move(probed)]() mutable {
+                    showReached();
+                    run->clips = std::move(probed.clips);
+                    run->stamps = std::move(probed.stamps);
+                    run->done.finish();
+                },
+                Qt::QueuedConnection);
+        }));
     co_await finished;
     relay.stop();
     if (!self)
@@ -142,7 +137,7 @@ QCoro::Task<> PackViewModel::ingest(QList<QUrl> urls)
         clip.arenaName =
             ArenaNamer::makeName(clip.cueIndex, clip.originalName, m_showPrefix, m_zeroPad);
         requestThumbnail(clip);
-        m_probedStamps.insert(clip.sourcePath(), run->stamps.value(clip.sourcePath()));
+        m_probedStamps.insert(clip.sourcePath(), run->stamps[i]);
     }
 
     const std::optional<QUuid> firstAdded =

@@ -33,10 +33,12 @@ struct Hashing {
 
 } // namespace
 
-QList<MediaClip> ProbeBatch::run(const QStringList &files, std::stop_token stop) const
+ProbeBatch::Probed ProbeBatch::run(const QStringList &files, std::stop_token stop) const
 {
-    QList<MediaClip> clips;
+    Probed probed;
+    QList<MediaClip> &clips = probed.clips;
     clips.reserve(files.size());
+    probed.stamps.resize(files.size());
     Hashing hashing;
     qsizetype unhashed = 0; // the first clip not handed to the pool yet
     const auto settle = [&] {
@@ -71,12 +73,14 @@ QList<MediaClip> ProbeBatch::run(const QStringList &files, std::stop_token stop)
         if (willProbe)
             willProbe(i);
         reader.reach(i);
-        clips.append(MediaInspector::inspect(files[i], rules->get(), *probe, stop));
+        clips.append(
+            MediaInspector::inspect(files[i], rules->get(), *probe, stop, &probed.stamps[i]));
         if (clips.size() - unhashed >= kFingerprintBatch)
             hashRest();
     }
     if (unhashed < clips.size())
         hashRest();
     settle();
-    return clips;
+    probed.stamps.resize(clips.size());
+    return probed;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/filestamp.h"
 #include "model/mediaclip.h"
 #include "model/screenprofile.h"
 #include "session/readahead.h"
@@ -41,6 +42,9 @@ struct ProbeBatch {
     std::function<void(qsizetype index)> willProbe;
     ReadAhead::Options readAheadOptions;
 
-    // The clips in the order of `files`; fewer when stopped.
-    QList<MediaClip> run(const QStringList &files, std::stop_token stop) const;
+    struct Probed {
+        QList<MediaClip> clips;  // in the order of `files`; fewer when stopped
+        QList<FileStamp> stamps; // of each clip's file, as looked at just before its probe
+    };
+    Probed run(const QStringList &files, std::stop_token stop) const;
 };
