@@ -27,12 +27,14 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # The libraries the program links come from dpkg-shlibdeps. Qt loads the TIFF and WebP image
 # readers as plugins at run time, which dpkg-shlibdeps cannot see; stills need them.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Loaded at run time, so the computed dependencies cannot see it: the package of the library
-# version the program was built against.
+# Loaded at run time, so the computed dependencies cannot see them: the packages of the library
+# versions the program was built against (libheif's package is named for its soname, 1).
 file(STRINGS "${AVFILTER_INCLUDEDIR}/libavfilter/version_major.h" CUEBOX_AVFILTER_MAJOR
      REGEX "#define LIBAVFILTER_VERSION_MAJOR +[0-9]+")
 string(REGEX MATCH "[0-9]+$" CUEBOX_AVFILTER_MAJOR "${CUEBOX_AVFILTER_MAJOR}")
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-image-formats-plugins, libavfilter${CUEBOX_AVFILTER_MAJOR}")
+string(REGEX MATCH "^[0-9]+" CUEBOX_HEIF_MAJOR "${HEIF_VERSION}")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "qt6-image-formats-plugins, libavfilter${CUEBOX_AVFILTER_MAJOR}, libheif${CUEBOX_HEIF_MAJOR} (>= ${HEIF_VERSION})")
 # Wayland and other display servers beyond X11 are Qt platform plugins as well.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-qpa-plugins")
 # Control files with the owners and modes dpkg and lintian expect.

@@ -81,8 +81,8 @@ done
 # The unpacked program runs on its own and probes real media.
 cuebox="$root/usr/bin/cuebox"
 [[ "$("$cuebox" --version)" == "cuebox $version" ]] || fail "--version: $("$cuebox" --version)"
-# The filter library is loaded by the conversions that filter, not by every start.
-! readelf -d "$cuebox" | grep -q 'NEEDED.*libavfilter' || fail "cuebox links libavfilter"
+# The filter and HEIF libraries are loaded when first needed, not by every start.
+! readelf -d "$cuebox" | grep -Eq 'NEEDED.*lib(avfilter|heif)' || fail "cuebox links them"
 set +e
 report="$("$cuebox" check "$show")"
 status=$?

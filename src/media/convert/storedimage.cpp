@@ -7,8 +7,6 @@
 #include <QFile>
 #include <QImageReader>
 
-#include <libheif/heif.h>
-
 #include <cstring>
 #include <memory>
 
@@ -29,21 +27,25 @@ void widenSamples(QImage &image, int bits)
     }
 }
 
+// Only called for files that looked like HEIF, which needed the library loaded.
 QImage readHeif(const QString &path)
 {
-    Context context(heif_context_alloc());
+    const HeifLibrary *lib = HeifLibrary::get();
+    if (!lib)
+        return {};
+    Context context(lib->contextAlloc());
     if (!context)
         return {};
-    heif_context_set_maximum_image_size_limit(context.get(), kMaxSide);
-    if (heif_context_read_from_file(context.get(), QFile::encodeName(path).constData(), nullptr)
-            .code != heif_error_Ok)
+    lib->setMaximumImageSizeLimit(context.get(), kMaxSide);
+    if (lib->readFromFile(context.get(), QFile::encodeName(path).constData(), nullptr).code !=
+        heif_error_Ok)
         return {};
     heif_image_handle *primary = nullptr;
-    if (heif_context_get_primary_image_handle(context.get(), &primary).code != heif_error_Ok)
+    if (lib->primaryImageHandle(context.get(), &primary).code != heif_error_Ok)
         return {};
     ImageHandle handle(primary);
-    const bool alpha = heif_image_handle_has_alpha_channel(primary) != 0;
-    const int bits = heif_image_handle_get_luma_bits_per_pixel(primary);
+    const bool alpha = lib->handleHasAlpha(primary) != 0;
+    const int bits = lib->handleLumaBits(primary);
     const bool deep = bits > 8;
     heif_chroma chroma = heif_chroma_interleaved_RGB;
     QImage::Format format = QImage::Format_RGB888;
@@ -56,21 +58,20 @@ QImage readHeif(const QString &path)
         chroma = heif_chroma_interleaved_RGBA;
         format = QImage::Format_RGBA8888;
     }
-    Options options(heif_decoding_options_alloc());
+    Options options(lib->optionsAlloc());
     if (!options)
         return {};
     options->ignore_transformations =
         1; // the stored pixels, like QImageReader without autoTransform
     heif_image *decoded = nullptr;
-    if (heif_decode_image(primary, &decoded, heif_colorspace_RGB, chroma, options.get()).code !=
+    if (lib->decodeImage(primary, &decoded, heif_colorspace_RGB, chroma, options.get()).code !=
         heif_error_Ok)
         return {};
     Image image(decoded);
     int stride = 0;
-    const uint8_t *plane =
-        heif_image_get_plane_readonly(decoded, heif_channel_interleaved, &stride);
-    const int width = heif_image_get_width(decoded, heif_channel_interleaved);
-    const int height = heif_image_get_height(decoded, heif_channel_interleaved);
+    const uint8_t *plane = lib->planeReadonly(decoded, heif_channel_interleaved, &stride);
+    const int width = lib->imageWidth(decoded, heif_channel_interleaved);
+    const int height = lib->imageHeight(decoded, heif_channel_interleaved);
     if (!plane || width <= 0 || height <= 0)
         return {};
     QImage result(width, height, format);
@@ -80,8 +81,7 @@ QImage readHeif(const QString &path)
     for (int y = 0; y < height; ++y)
         std::memcpy(result.scanLine(y), plane + qsizetype(y) * stride, size_t(rowBytes));
     if (deep)
-        widenSamples(result,
-                     heif_image_get_bits_per_pixel_range(decoded, heif_channel_interleaved));
+        widenSamples(result, lib->imageBitsRange(decoded, heif_channel_interleaved));
     return result;
 }
 
