@@ -24,7 +24,7 @@ namespace {
 
 // Fingerprints are hashed a few clips at a time: handing each clip to the pool on its own
 // woke a pool thread per file, which cost the probe thread about a fifth of a probe.
-constexpr qsizetype kFingerprintBatch = 8;
+constexpr qsizetype kFingerprintBatch = 16;
 
 struct Hashing {
     qsizetype first = 0; // the first clip of the batch in flight
