@@ -25,6 +25,9 @@ namespace {
 // Fingerprints are hashed a few clips at a time: handing each clip to the pool on its own
 // woke a pool thread per file, which cost the probe thread about a fifth of a probe.
 constexpr qsizetype kFingerprintBatch = 16;
+// The clips probed but not handed to the pool may grow to this while a batch is still being
+// hashed: the probe waits for the pool only then.
+constexpr qsizetype kMostUnhashed = 4 * kFingerprintBatch;
 
 struct Hashing {
     qsizetype first = 0; // the first clip of the batch in flight
@@ -67,7 +70,8 @@ ProbeBatch::Probed ProbeBatch::run(const QStringList &files, std::stop_token sto
     };
 
     ReadAhead::Options readAhead = readAheadOptions;
-    readAhead.heldBehind = 2 * kFingerprintBatch;
+    // A batch in flight and the clips behind it reach back this far at most.
+    readAhead.heldBehind = 2 * kMostUnhashed;
     ReadAhead reader(files, readAhead);
     for (qsizetype i = 0; i < files.size() && !stop.stop_requested(); ++i) {
         if (willProbe)
@@ -75,7 +79,13 @@ ProbeBatch::Probed ProbeBatch::run(const QStringList &files, std::stop_token sto
         reader.reach(i);
         clips.append(
             MediaInspector::inspect(files[i], rules->get(), *probe, stop, &probed.stamps[i]));
-        if (clips.size() - unhashed >= kFingerprintBatch)
+        // The batch in flight is collected once it is done, and waited for only when too many
+        // clips are behind it: a pool thread can take milliseconds to wake up here, and the
+        // probe stood still meanwhile (17 ms per 1,000 files).
+        const qsizetype unhandled = clips.size() - unhashed;
+        if (unhandled >= kFingerprintBatch &&
+            (!hashing.fingerprints.isValid() || hashing.fingerprints.isFinished() ||
+             unhandled >= kMostUnhashed))
             hashRest();
     }
     if (unhashed < clips.size())
