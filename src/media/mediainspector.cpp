@@ -151,7 +151,7 @@ MediaClip inspect(const QString &path, const InspectionRules &rules, const Media
     MediaClip clip = MediaClip::forFile(path);
     const FileSystem::Look look = FileSystem::look(path);
     if (lookedAt)
-        *lookedAt = look.found ? FileStamp{look.size, look.modifiedNs} : FileStamp{};
+        *lookedAt = FileStamp::of(look);
     clip.fileSize = look.size;
     if (look.special) // never opened: a pipe would block the probe for ever
         addFailure(clip, IssueKind::readError, FileSystem::notRegularText());

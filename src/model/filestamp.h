@@ -1,5 +1,7 @@
 #pragma once
 
+#include "filesystem.h"
+
 #include <QString>
 
 #include <optional>
@@ -11,6 +13,7 @@ struct FileStamp {
     std::optional<qint64> modifiedNs; // since the epoch, in nanoseconds
 
     static FileStamp of(const QString &path);
+    static FileStamp of(const FileSystem::Look &look);
     bool exists() const { return size >= 0; }
 
     friend bool operator==(const FileStamp &, const FileStamp &) = default;
