@@ -55,11 +55,12 @@ bool isCached(int fd, qint64 size)
 }
 
 struct Opened {
-    int fd = -1;
-    bool cached = false; // the file's ends were in the page cache before this reader came
+    int fd = -1;         // held for the probe; -1 for a hint, which lets the file go at once
+    bool found = false;  // a readable regular file
+    bool cached = false; // its ends were in the page cache before this reader came
 };
 
-// Opens and reads one file ahead; fd -1 for anything that is not a readable regular file. Only
+// Opens and reads one file ahead; not found for anything that is not a readable regular file. Only
 // a regular file is ever opened: opening a pipe waits for a writer, and opening a device can
 // have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
 // them and returns at once: on a fast disk that hides a cold read for the cost of a system call,
@@ -87,13 +88,16 @@ Opened readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnl
                 ::posix_fadvise(fd, std::max(ReadAhead::kHeadBytes, size - ReadAhead::kTailBytes),
                                 ReadAhead::kTailBytes, POSIX_FADV_WILLNEED);
         }
-    } else if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
+        ::close(fd);
+        return {-1, true, cached};
+    }
+    if (size <= ReadAhead::kHeadBytes + ReadAhead::kTailBytes) {
         readRange(fd, buffer, 0, size);
     } else {
         readRange(fd, buffer, 0, ReadAhead::kHeadBytes);
         readRange(fd, buffer, size - ReadAhead::kTailBytes, ReadAhead::kTailBytes);
     }
-    return {fd, cached};
+    return {fd, true, cached};
 }
 
 } // namespace
@@ -142,11 +146,7 @@ struct ReadAhead::State {
             if (options.beforeOpen)
                 options.beforeOpen(path);
             const Opened opened = readAheadOne(path, buffer, hintOnly);
-            int fd = opened.fd;
-            if (hintOnly && fd >= 0) {
-                ::close(fd);
-                fd = -1;
-            }
+            const int fd = opened.fd;
             const double waitedUs = std::chrono::duration<double, std::micro>(
                                         std::chrono::steady_clock::now() - started)
                                         .count();
@@ -155,7 +155,7 @@ struct ReadAhead::State {
                 meanWaitUs = waits == 0 ? waitedUs : meanWaitUs + (waitedUs - meanWaitUs) / 8;
                 ++waits;
             }
-            if (opened.fd >= 0)
+            if (opened.found)
                 cachedRun = opened.cached ? cachedRun + 1 : 0;
             Step &step = steps[static_cast<size_t>(index)];
             if (fd >= 0 && step == Step::reading && !stopping) {
