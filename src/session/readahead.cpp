@@ -60,9 +60,9 @@ struct Opened {
     bool cached = false; // its ends were in the page cache before this reader came
 };
 
-// Opens and reads one file ahead; not found for anything that is not a readable regular file. Only
-// a regular file is ever opened: opening a pipe waits for a writer, and opening a device can
-// have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
+// Opens and reads one file ahead; anything that is not a readable regular file is not found.
+// Only a regular file is ever opened: opening a pipe waits for a writer, and opening a device
+// can have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
 // them and returns at once: on a fast disk that hides a cold read for the cost of a system call,
 // where reading it here would hold the reader (and the CPU) for as long as the read takes.
 Opened readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnly)
