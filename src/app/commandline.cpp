@@ -291,7 +291,6 @@ int runVerb(const CliArguments &args)
     services.desktop = &desktop;
     services.localization = &localization;
     services.preferences = &preferences;
-    services.requestThumbnail = [](const MediaClip &) {};
     PackViewModel session(services);
     applyOptions(args, session);
 

@@ -1,29 +1,43 @@
 // The cuebox executable: the window, or the command line when asked for it.
 #include "commandline.h"
-#include "ui/cueboxapp.h"
+#include "media/modulefile.h"
+#include "media/runtimelibrary.h"
+#include "startup.h"
+#include "windowmain.h"
 
-#include <QApplication>
 #include <QCoreApplication>
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-// Qt takes the whole C locale from the environment; under a comma locale printf, strtod and
-// libav's option parsing would then read and write "1,5". Numbers stay in the C form; texts
-// keep the user's character set.
-void keepNumbersInTheCLocale()
-{
-    std::setlocale(LC_NUMERIC, "C");
-}
+struct WindowModule {
+    decltype(&cuebox_window_main) main = nullptr;
+};
 
-void nameApplication()
+// The window lives in a module: Qt Widgets, Gui and what they pull in cost every start of the
+// command line about 12 ms to load, and a verb never shows a window.
+int runWindow(int &argc, char **argv, const QStringList &paths)
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Cuebox"));
-    QCoreApplication::setApplicationName(QStringLiteral("Cuebox"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(CUEBOX_VERSION));
+    const char fileName[] = "cuebox-window.so";
+    const QByteArray file = ModuleFile::path(fileName);
+    if (file.isEmpty()) {
+        std::fprintf(stderr,
+                     "cuebox: cannot open the window: %s is missing from this installation\n",
+                     fileName);
+        return EXIT_FAILURE;
+    }
+    const RuntimeLibrary<WindowModule> module(file, [](auto &opened, WindowModule &f) {
+        return opened.resolve("cuebox_window_main", f.main);
+    });
+    QString why;
+    const WindowModule *window = module.functions(&why);
+    if (!window) {
+        std::fprintf(stderr, "cuebox: cannot open the window: %s\n", qUtf8Printable(why));
+        return EXIT_FAILURE;
+    }
+    return window->main(argc, argv, paths);
 }
 
 } // namespace
@@ -36,23 +50,15 @@ int main(int argc, char *argv[])
 
     // Options and verbs run headless; anything else (nothing, or folders and files to add)
     // opens the window.
-    if (CommandLine::wants(args)) {
-        QCoreApplication app(argc, argv);
-        keepNumbersInTheCLocale();
-        nameApplication();
-        const int code = CommandLine::run(args);
-        // A verb has written, synced and cleaned up all it made by the time it returns. What is
-        // left is tearing down the thread pool and the static state of some 150 libraries,
-        // which took about 10 ms of every run; the kernel takes the memory back at once.
-        std::fflush(stdout);
-        std::fflush(stderr);
-        std::_Exit(code);
-    }
-    QApplication app(argc, argv);
-    keepNumbersInTheCLocale();
-    nameApplication();
-    CueboxApp::applyLook();
-    CueboxApp cuebox;
-    cuebox.start(args);
-    return QApplication::exec();
+    if (!CommandLine::wants(args))
+        return runWindow(argc, argv, args);
+    QCoreApplication app(argc, argv);
+    Startup::prepareApplication();
+    const int code = CommandLine::run(args);
+    // A verb has written, synced and cleaned up all it made by the time it returns. What is
+    // left is tearing down the thread pool and the static state of some 150 libraries, which
+    // took about 10 ms of every run; the kernel takes the memory back at once.
+    std::fflush(stdout);
+    std::fflush(stderr);
+    std::_Exit(code);
 }

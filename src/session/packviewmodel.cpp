@@ -2,7 +2,6 @@
 
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
-#include "media/thumbnailcache.h"
 #include "model/arenanamer.h"
 #include "output/packreport.h"
 #include "session/duplicates.h"
@@ -300,6 +299,4 @@ void PackViewModel::requestThumbnail(const MediaClip &clip)
 {
     if (m_services.requestThumbnail)
         m_services.requestThumbnail(clip);
-    else
-        ThumbnailCache::shared().request(clip);
 }

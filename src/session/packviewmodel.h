@@ -56,7 +56,7 @@ public:
         // Free space of a target folder; tests inject small figures. Empty: the file system's.
         RoomCheck::FreeSpace freeSpace;
         Clock clock = systemClock();
-        // Starts a clip's thumbnail in the background; empty: the shared thumbnail cache.
+        // Starts a clip's thumbnail in the background; empty: none (the command line).
         std::function<void(const MediaClip &)> requestThumbnail;
         // How an ingest reads ahead of its probe; tests slow the reads down, benchmarks switch
         // it off (depth 0) to compare.

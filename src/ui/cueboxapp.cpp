@@ -30,6 +30,9 @@ CueboxApp::CueboxApp()
     services.desktop = m_desktop.get();
     services.localization = &localization;
     services.preferences = &preferences;
+    services.requestThumbnail = [](const MediaClip &clip) {
+        ThumbnailCache::shared().request(clip);
+    };
     m_viewModel = std::make_unique<PackViewModel>(services);
     m_context = std::make_unique<UiContext>(
         UiContext{*m_viewModel, localization, preferences, ThumbnailCache::shared()});

@@ -24,7 +24,7 @@ struct Outcome {
     QString err;
 };
 
-Outcome cuebox(const QStringList &args, const QStringList &settings = {})
+Outcome runBinary(const QString &binary, const QStringList &args, const QStringList &settings = {})
 {
     QProcess process;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -34,11 +34,16 @@ Outcome cuebox(const QStringList &args, const QStringList &settings = {})
     env.remove("WAYLAND_DISPLAY");
     env.remove("QT_QPA_PLATFORM");
     process.setProcessEnvironment(env);
-    process.start(QStringLiteral(CUEBOX_BINARY), args);
+    process.start(binary, args);
     process.waitForFinished(120000);
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
+}
+
+Outcome cuebox(const QStringList &args, const QStringList &settings = {})
+{
+    return runBinary(QStringLiteral(CUEBOX_BINARY), args, settings);
 }
 
 const QString kShow = QStringLiteral(CUEBOX_CLI_MEDIA "/show");
@@ -64,6 +69,22 @@ TEST(CommandLine, CheckPrintsRowsChecklistAndExitsRedWhenARedClipIsThere)
     const Outcome clean = cuebox({"check", "--no-audio-warning", kShow + "/Opening.mov"});
     EXPECT_EQ(clean.exitCode, 0);
     EXPECT_TRUE(clean.out.contains("01_opening"));
+}
+
+TEST(CommandLine, AnInstallationWithoutItsModulesSaysWhichIsMissing)
+{
+    QTemporaryDir dir;
+    const QString alone = dir.filePath("cuebox");
+    ASSERT_TRUE(QFile::copy(QStringLiteral(CUEBOX_BINARY), alone));
+
+    const Outcome still = runBinary(alone, {"check", kShow + "/logo.png"});
+    EXPECT_EQ(still.err, "cuebox: stills cannot be read or written: cuebox-images.so is missing "
+                         "from this installation\n");
+    EXPECT_TRUE(still.out.contains("01_logo")) << still.out.toStdString(); // reported, not lost
+    const Outcome window = runBinary(alone, {});
+    EXPECT_EQ(window.exitCode, 1);
+    EXPECT_EQ(window.err, "cuebox: cannot open the window: cuebox-window.so is missing from "
+                          "this installation\n");
 }
 
 TEST(CommandLine, UsageErrorsNameTheBadArgument)

@@ -28,11 +28,13 @@ echo "package: $(basename "$deb"), $(stat -c %s "$deb") bytes"
 # Contents: every file in place, owned by root.
 contents="$(dpkg-deb --contents "$deb")"
 sizes=(16 22 24 32 48 64 128 256 512)
+multiarch="$(dpkg-architecture -qDEB_HOST_MULTIARCH)"
 expected=(usr/bin/cuebox usr/share/applications/cuebox.desktop
     usr/share/icons/hicolor/scalable/apps/cuebox.svg
     usr/share/metainfo/invalid.cuebox.Cuebox.metainfo.xml usr/share/man/man1/cuebox.1.gz
     usr/share/bash-completion/completions/cuebox usr/share/doc/cuebox/copyright
-    usr/share/doc/cuebox/changelog.gz)
+    usr/share/doc/cuebox/changelog.gz "usr/lib/$multiarch/cuebox/cuebox-window.so"
+    "usr/lib/$multiarch/cuebox/cuebox-images.so")
 for size in "${sizes[@]}"; do
     expected+=("usr/share/icons/hicolor/${size}x${size}/apps/cuebox.png")
 done
@@ -42,6 +44,8 @@ done
 grep -Eq '^-rwxr-xr-x root/root .* \./usr/bin/cuebox$' <<<"$contents" ||
     fail "/usr/bin/cuebox is not an executable owned by root"
 if grep -v ' root/root ' <<<"$contents"; then fail "files not owned by root (above)"; fi
+# Private modules need no maintainer scripts (no ldconfig).
+! dpkg-deb --info "$deb" | grep -Eq ' (postinst|postrm) ' || fail "the package has maintainer scripts"
 
 # Control fields: the version, the metadata, and dependencies computed from the program.
 field() { dpkg-deb --field "$deb" "$1"; }
@@ -81,14 +85,24 @@ done
 # The unpacked program runs on its own and probes real media.
 cuebox="$root/usr/bin/cuebox"
 [[ "$("$cuebox" --version)" == "cuebox $version" ]] || fail "--version: $("$cuebox" --version)"
-# The filter and HEIF libraries are loaded when first needed, not by every start.
-! readelf -d "$cuebox" | grep -Eq 'NEEDED.*lib(avfilter|heif)' || fail "cuebox links them"
+# The filter and HEIF libraries, and the window's and stills' Qt Gui, are loaded when first
+# needed, not by every start.
+! readelf -d "$cuebox" | grep -Eq 'NEEDED.*lib(avfilter|heif|Qt6Gui|Qt6Widgets)' ||
+    fail "cuebox links them"
+# The window opens from its module: it runs until stopped rather than failing at once.
+set +e
+timeout 3 "$cuebox" >"$tmp/window.txt" 2>&1
+status=$?
+set -e
+[[ $status == 124 ]] || fail "the window did not stay open (status $status): $(cat "$tmp/window.txt")"
 set +e
 report="$("$cuebox" check "$show")"
 status=$?
 set -e
 [[ $status == 1 ]] || fail "check exit status $status, not 1 (a red clip)"
 grep -Eq '^1 +01_band_intro +WARN +1920×1080 ' <<<"$report" || fail "check: $report"
+# A still, read through the stills module.
+grep -Eq '^2 +02_logo +OK +1280×720 .* PNG' <<<"$report" || fail "check shows no PNG: $report"
 grep -q 'Read error: ' <<<"$report" || fail "check shows no read error: $report"
 grep -q 'Total 4 · OK 2 · Warn 1 · Fail 1 · ' <<<"$report" || fail "check: $report"
 

@@ -1,6 +1,7 @@
 #include "mediaconverter.h"
 
 #include "ffmpegconversion.h"
+#include "media/imagemodule.h"
 
 QString MediaConverterError::description() const
 {
@@ -45,5 +46,9 @@ Result<QString> FfmpegConversion::convertImage(const MediaClip &clip, const QStr
                                                bool forceEven,
                                                const std::function<void(double)> &progress) const
 {
-    return toSessionResult(MediaConverter::convertImage(clip, folder, forceEven, progress), clip);
+    QString why;
+    const ImageModule *images = ImageModule::get(&why);
+    if (!images)
+        return toSessionResult(MediaConverterError::exportFailed(why), clip);
+    return toSessionResult(images->convertImage(clip, folder, forceEven, progress), clip);
 }

@@ -4,7 +4,7 @@
 #include "codectags.h"
 #include "frametiming.h"
 #include "inputfile.h"
-#include "media/stillimage.h"
+#include "media/imagemodule.h"
 #include "streamfacts.h"
 
 namespace {
@@ -61,5 +61,6 @@ VideoFacts FfmpegProbe::probeVideo(const QString &path, std::stop_token stop) co
 ImageFacts FfmpegProbe::probeImage(const QString &path, std::stop_token stop) const
 {
     Q_UNUSED(stop); // a header read of a still is a few kilobytes
-    return StillImage::readFacts(path);
+    const ImageModule *images = ImageModule::get();
+    return images ? images->readFacts(path) : ImageFacts{};
 }

@@ -2,7 +2,7 @@
 
 #include "inputfile.h"
 #include "media/fitsize.h"
-#include "streamfacts.h"
+#include "displayturn.h"
 
 #include <QTransform>
 

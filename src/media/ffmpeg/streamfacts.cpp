@@ -57,15 +57,6 @@ std::optional<DisplayMatrix> displayMatrix(const AVStream *stream)
     return matrix;
 }
 
-QTransform displayTurn(const AVStream *stream)
-{
-    const std::optional<DisplayMatrix> m = displayMatrix(stream);
-    if (!m)
-        return {};
-    const double scale = std::sqrt(std::abs(m->a * m->d - m->b * m->c));
-    return QTransform(m->a / scale, m->b / scale, m->c / scale, m->d / scale, 0, 0);
-}
-
 float frameRate(const AVStream *stream)
 {
     if (isKnown(stream->avg_frame_rate))

@@ -3,8 +3,6 @@
 #include "avhandles.h"
 #include "media/mediaprobe.h"
 
-#include <QTransform>
-
 #include <optional>
 
 // What a demuxed stream says about itself, read from the header fields FFmpeg filled in.
@@ -17,10 +15,6 @@ int countOf(const AVFormatContext *format, AVMediaType type);
 // The display matrix of the stream, absent when it has none or when the matrix cannot be
 // inverted (a broken or hostile file; the picture is shown as stored).
 std::optional<DisplayMatrix> displayMatrix(const AVStream *stream);
-
-// The display matrix's rotation and mirroring without its scale, so that turning a picture
-// never resizes it; identity when the stream has no usable matrix.
-QTransform displayTurn(const AVStream *stream);
 
 // The stream's frames per second as FFmpeg reports it (the average rate, else the base rate);
 // 0 when neither is known.
