@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -28,14 +29,19 @@ constexpr qsizetype kSampleEvery = 32;
 // On a fast disk the readers are woken for this many files at once: a wake-up costs the probe
 // thread about as much as the reader's work for one file.
 constexpr qsizetype kHintBatch = 8;
+constexpr qint64 kBufferBytes = 128 * 1024;
 
-void readRange(int fd, std::vector<char> &buffer, qint64 offset, qint64 length)
+// The buffer is made on a reader's first read, and left unfilled: a reader that only hands
+// reads to the kernel never needs one, and zeroing eight of them held up the probe's start.
+void readRange(int fd, std::unique_ptr<char[]> &buffer, qint64 offset, qint64 length)
 {
+    if (!buffer)
+        buffer = std::make_unique_for_overwrite<char[]>(kBufferBytes);
     qint64 got = 0;
     while (got < length) {
-        const qint64 want = std::min<qint64>(length - got, static_cast<qint64>(buffer.size()));
+        const qint64 want = std::min(length - got, kBufferBytes);
         const ssize_t n =
-            ::pread(fd, buffer.data(), static_cast<size_t>(want), static_cast<off_t>(offset + got));
+            ::pread(fd, buffer.get(), static_cast<size_t>(want), static_cast<off_t>(offset + got));
         if (n < 0 && errno == EINTR)
             continue;
         if (n <= 0)
@@ -65,7 +71,7 @@ struct Opened {
 // can have effects of its own. With `hintOnly`, the reads are handed to the kernel, which starts
 // them and returns at once: on a fast disk that hides a cold read for the cost of a system call,
 // where reading it here would hold the reader (and the CPU) for as long as the read takes.
-Opened readAheadOne(const QString &path, std::vector<char> &buffer, bool hintOnly)
+Opened readAheadOne(const QString &path, std::unique_ptr<char[]> &buffer, bool hintOnly)
 {
     const QByteArray local = QFile::encodeName(path);
     struct stat st {
@@ -128,7 +134,7 @@ struct ReadAhead::State {
 
     void readerLoop()
     {
-        std::vector<char> buffer(128 * 1024);
+        std::unique_ptr<char[]> buffer;
         std::unique_lock lock(mutex);
         for (;;) {
             work.wait(lock, [&] { return stopping || nextToTake < nextToQueue; });
@@ -178,9 +184,19 @@ ReadAhead::ReadAhead(QStringList files, Options options) : m_state(std::make_sha
     s.options = std::move(options);
     s.steps.assign(static_cast<size_t>(s.files.size()), Step::waiting);
     // Depth 0 switches reading ahead off: the probe opens and reads every file itself.
-    const int readers = s.options.depth > 0 ? std::clamp(s.options.readers, 1, 16) : 0;
-    for (int i = 0; i < readers && i < s.files.size(); ++i)
-        std::thread([state = m_state] { state->readerLoop(); }).detach();
+    const int readers = s.options.depth > 0
+                            ? static_cast<int>(std::min<qsizetype>(
+                                  std::clamp(s.options.readers, 1, 16), s.files.size()))
+                            : 0;
+    // The first reader starts the others: starting a thread held the probe's thread up to half
+    // a millisecond each, several milliseconds before the first probe.
+    if (readers > 0) {
+        std::thread([state = m_state, readers] {
+            for (int i = 1; i < readers; ++i)
+                std::thread([state] { state->readerLoop(); }).detach();
+            state->readerLoop();
+        }).detach();
+    }
 }
 
 ReadAhead::~ReadAhead()
