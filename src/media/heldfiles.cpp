@@ -41,6 +41,13 @@ int borrow(const QString &path)
     return it == r.fds.cend() ? -1 : ::fcntl(*it, F_DUPFD_CLOEXEC, 0);
 }
 
+bool holds(const QString &path)
+{
+    Registry &r = registry();
+    const std::lock_guard lock(r.mutex);
+    return r.fds.contains(path);
+}
+
 void release(const QString &path)
 {
     Registry &r = registry();

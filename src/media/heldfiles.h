@@ -15,6 +15,8 @@ void hold(const QString &path, int fd);
 // A new descriptor (a dup) of the held file, or -1 when nobody holds `path`. The caller closes
 // it. A dup shares the file position with the holder's: read it with pread only.
 int borrow(const QString &path);
+// Whether `path` is held: then it was a regular file when the holder opened it.
+bool holds(const QString &path);
 // Closes the held descriptor of `path`, if any.
 void release(const QString &path);
 

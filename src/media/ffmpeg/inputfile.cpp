@@ -83,6 +83,7 @@ const AVInputFormat *demuxerNamedBy(const QString &path)
 struct LentFile {
     int fd = -1;
     int64_t position = 0;
+    int64_t size = -1; // asked for more than once per open: looked up once
     AVIOContext *io = nullptr;
 
     ~LentFile()
@@ -117,7 +118,9 @@ struct LentFile {
         };
         switch (whence & ~AVSEEK_FORCE) {
         case AVSEEK_SIZE:
-            return ::fstat(file->fd, &st) == 0 ? st.st_size : AVERROR(errno);
+            if (file->size < 0 && ::fstat(file->fd, &st) == 0)
+                file->size = st.st_size;
+            return file->size >= 0 ? file->size : AVERROR(errno);
         case SEEK_SET:
             file->position = offset;
             return file->position;
@@ -184,8 +187,12 @@ Result<InputFile> InputFile::open(const QString &path, std::stop_token stop,
                                   std::chrono::milliseconds budget)
 {
     silenceFfmpegLog();
-    if (const QString text = refusalText(path); !text.isEmpty())
-        return Error{Error::Kind::Unreadable, text, path, AVERROR(EINVAL)};
+    // A held file is one a reader opened after checking it is a regular file; its holder lets
+    // it go only once the probe is past it, so there is nothing to look at again.
+    if (!HeldFiles::holds(path)) {
+        if (const QString text = refusalText(path); !text.isEmpty())
+            return Error{Error::Kind::Unreadable, text, path, AVERROR(EINVAL)};
+    }
     const Clock::time_point deadline = Clock::now() + budget;
     if (const AVInputFormat *named = demuxerNamedBy(path)) {
         Result<InputFile> input = attempt(path, stop, deadline, named);
