@@ -37,11 +37,12 @@ QCollator makeCollator()
     return collator;
 }
 
-// Stable, in file-browser order. Each name is collated once into a sort key, and keys compare
-// as bytes: comparing the names themselves collated both of them on every comparison, which
-// was most of the time a big folder took to list.
+// The items in file-browser order (stable), as sort keys and indices. Each name is collated once
+// into a sort key, and keys compare as bytes: comparing the names themselves collated both of
+// them on every comparison, which was most of the time a big folder took to list.
 template<typename T, typename NameOf>
-void sortByName(QList<T> &items, const QCollator &collator, NameOf nameOf)
+std::vector<std::pair<QCollatorSortKey, qsizetype>>
+sortedKeys(const QList<T> &items, const QCollator &collator, NameOf nameOf)
 {
     std::vector<std::pair<QCollatorSortKey, qsizetype>> keyed;
     keyed.reserve(static_cast<size_t>(items.size()));
@@ -49,11 +50,7 @@ void sortByName(QList<T> &items, const QCollator &collator, NameOf nameOf)
         keyed.emplace_back(collator.sortKey(nameOf(items[i])), i);
     std::stable_sort(keyed.begin(), keyed.end(),
                      [](const auto &a, const auto &b) { return a.first.compare(b.first) < 0; });
-    QList<T> sorted;
-    sorted.reserve(items.size());
-    for (const auto &[key, index] : keyed)
-        sorted.append(std::move(items[index]));
-    items = std::move(sorted);
+    return keyed;
 }
 
 using DirKey = std::pair<dev_t, ino_t>;
@@ -64,6 +61,7 @@ using DirKey = std::pair<dev_t, ino_t>;
 struct Found {
     QString path;
     QString normal;
+    QCollatorSortKey key; // of the normal path's file name: the pack is ordered by it
 };
 
 struct Entry {
@@ -99,12 +97,13 @@ void walk(const QString &folder, const QString &realFolder, const QCollator &col
     if (!visited.insert({info.st_dev, info.st_ino}).second)
         return;
 
-    QList<Entry> entries = entriesOf(folder);
-    sortByName(entries, collator, [](const Entry &entry) { return entry.name; });
+    const QList<Entry> entries = entriesOf(folder);
     const auto join = [](const QString &parent, const QString &name) {
         return parent.endsWith(u'/') ? parent + name : parent + u'/' + name;
     };
-    for (const Entry &entry : std::as_const(entries)) {
+    for (const auto &[key, index] :
+         sortedKeys(entries, collator, [](const Entry &entry) { return entry.name; })) {
+        const Entry &entry = entries[index];
         if (isHiddenName(entry.name))
             continue;
         const QString child = join(folder, entry.name);
@@ -118,25 +117,31 @@ void walk(const QString &folder, const QString &realFolder, const QCollator &col
         const bool link = type == DT_LNK;
         const QString realChild = link ? normalizedPath(child) : join(realFolder, entry.name);
         // Like the platform enumerator, any item with a media name counts, even a folder.
+        // A link's real name may sort elsewhere than its own.
         if (PathNames::isMedia(entry.name))
-            out.append({child, realChild});
+            out.append({child, realChild,
+                        link ? collator.sortKey(PathNames::lastComponent(realChild)) : key});
         if (type == DT_DIR || (link && QFileInfo(child).isDir()))
             walk(child, realChild, collator, visited, out);
     }
 }
 
-QList<Found> collectFound(const QString &path)
+QList<Found> collectFound(const QString &path, const QCollator &collator)
 {
     const QFileInfo info(path);
     if (!info.exists())
         return {};
-    if (!info.isDir())
-        return PathNames::isMedia(path) ? QList<Found>{{path, normalizedPath(path)}}
-                                        : QList<Found>{};
+    if (!info.isDir()) {
+        if (!PathNames::isMedia(path))
+            return {};
+        QString normal = normalizedPath(path);
+        QCollatorSortKey key = collator.sortKey(PathNames::lastComponent(normal));
+        return {{path, std::move(normal), std::move(key)}};
+    }
     QList<Found> out;
     std::set<DirKey> visited;
     const QString folder = QDir::cleanPath(info.absoluteFilePath());
-    walk(folder, normalizedPath(folder), makeCollator(), visited, out);
+    walk(folder, normalizedPath(folder), collator, visited, out);
     return out;
 }
 
@@ -145,7 +150,7 @@ QList<Found> collectFound(const QString &path)
 QStringList collectMedia(const QString &path)
 {
     QStringList paths;
-    for (Found &found : collectFound(path))
+    for (Found &found : collectFound(path, makeCollator()))
         paths.append(std::move(found.path));
     return paths;
 }
@@ -173,34 +178,34 @@ bool fileBrowserLess(const QString &a, const QString &b)
 
 QStringList freshMedia(const QStringList &dropped, const QStringList &existing)
 {
+    // One collator, and each file collated once: the walk's keys order the whole drop too.
+    const QCollator collator = makeCollator();
     QList<Found> collected;
     for (const QString &location : dropped)
-        collected += collectFound(location);
+        collected += collectFound(location, collator);
 
-    QStringList unique;
+    QList<Found> unique;
     QSet<QString> seen;
     for (Found &found : collected) {
-        QString normal = std::move(found.normal);
-        if (seen.contains(normal))
+        if (seen.contains(found.normal))
             continue;
-        seen.insert(normal);
-        unique.append(std::move(normal));
+        seen.insert(found.normal);
+        unique.append(std::move(found));
     }
-
-    const QCollator collator = makeCollator();
-    QList<std::pair<QString, QString>> named; // (file name, path): names computed once
-    named.reserve(unique.size());
-    for (const QString &path : std::as_const(unique))
-        named.append({PathNames::lastComponent(path), path});
-    sortByName(named, collator, [](const auto &item) { return item.first; });
+    std::vector<qsizetype> order(static_cast<size_t>(unique.size()));
+    for (qsizetype i = 0; i < unique.size(); ++i)
+        order[static_cast<size_t>(i)] = i;
+    std::stable_sort(order.begin(), order.end(), [&](qsizetype a, qsizetype b) {
+        return unique[a].key.compare(unique[b].key) < 0;
+    });
 
     QSet<QString> inPack;
     for (const QString &path : existing)
         inPack.insert(normalizedPath(path));
     QStringList fresh;
-    for (const auto &[name, path] : std::as_const(named)) {
-        if (!inPack.contains(path))
-            fresh.append(path);
+    for (const qsizetype i : order) {
+        if (!inPack.contains(unique[i].normal))
+            fresh.append(unique[i].normal);
     }
     return fresh;
 }
