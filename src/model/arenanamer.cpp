@@ -7,7 +7,9 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace ArenaNamer {
 
@@ -75,10 +77,44 @@ icu::UnicodeString firstGraphemes(const icu::UnicodeString &text, int32_t count)
     return icu::UnicodeString(text, 0, end);
 }
 
+// Most names are plain ASCII. There every character is a grapheme of its own, and letters,
+// digits and lower case are ASCII's own, so the same rules need no detour through ICU (which
+// was most of the time naming a pack took). Null when the text is not all ASCII.
+std::optional<QString> sanitizedAscii(const QString &text)
+{
+    QString cleaned;
+    cleaned.reserve(text.size());
+    bool lastWasUnderscore = false;
+    for (const QChar ch : text) {
+        const char16_t c = ch.unicode();
+        if (c >= 0x80)
+            return std::nullopt;
+        if ((c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9')) {
+            cleaned.append(ch);
+            lastWasUnderscore = false;
+        } else if (c >= u'A' && c <= u'Z') {
+            cleaned.append(QChar(c - u'A' + u'a'));
+            lastWasUnderscore = false;
+        } else if (!lastWasUnderscore) { // white space at the ends goes with the underscores
+            cleaned.append(u'_');
+            lastWasUnderscore = true;
+        }
+    }
+    qsizetype start = 0;
+    qsizetype end = cleaned.size();
+    while (start < end && cleaned[start] == u'_')
+        ++start;
+    while (end > start && cleaned[end - 1] == u'_')
+        --end;
+    return cleaned.mid(start, std::min(end - start, kMaxLength));
+}
+
 } // namespace
 
 QString sanitize(const QString &text)
 {
+    if (std::optional<QString> ascii = sanitizedAscii(text))
+        return *std::move(ascii);
     const icu::UnicodeString input = trimmed(toIcu(text), isSpaceOrBreak);
 
     // Spaces and hyphens become "_" like every other unkept character; runs collapse to one.
