@@ -17,8 +17,7 @@
 namespace {
 
 // Asks the kernel to read the program's own code and data in one go. Right after boot, or off
-// a slow disk, they were otherwise faulted in a few pages at a time as the code first ran:
-// some 30 ms of a cold start.
+// a slow disk, they were otherwise faulted in a few pages at a time as the code first ran.
 void readProgramAhead()
 {
     dl_iterate_phdr(
