@@ -41,7 +41,7 @@ struct WindowModule {
 };
 
 // The window lives in a module: Qt Widgets, Gui and what they pull in cost every start of the
-// command line about 12 ms to load, and a verb never shows a window.
+// command line about 10 ms to load, and a verb never shows a window.
 int runWindow(int &argc, char **argv, const QStringList &paths)
 {
     const char fileName[] = "cuebox-window.so";
