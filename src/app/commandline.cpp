@@ -4,8 +4,7 @@
 #include "clireport.h"
 #include "l10n/apppreferences.h"
 #include "l10n/localizationmanager.h"
-#include "media/convert/ffmpegconversion.h"
-#include "media/ffmpeg/ffmpegprobe.h"
+#include "media/mediamodule.h"
 #include "output/jsonwriter.h"
 #include "session/packviewmodel.h"
 #include "session/platform.h"
@@ -285,8 +284,8 @@ int runVerb(const CliArguments &args)
     ArgumentPanels panels(args);
     QuietDesktop desktop;
     PackViewModel::Services services;
-    services.probe = std::make_shared<FfmpegProbe>();
-    services.conversion = std::make_shared<FfmpegConversion>();
+    services.probe = MediaModule::deferredProbe();
+    services.conversion = MediaModule::deferredConversion();
     services.panels = &panels;
     services.desktop = &desktop;
     services.localization = &localization;
@@ -430,8 +429,7 @@ bool wants(const QStringList &args)
     }
     const QString &first = args.front();
     return first == u"check" || first == u"export" || first == u"convert" ||
-           first == u"strip-audio" || first == u"verify" ||
-           first == u"watch";
+           first == u"strip-audio" || first == u"verify" || first == u"watch";
 }
 
 int run(const QStringList &args)

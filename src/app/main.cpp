@@ -1,5 +1,6 @@
 // The cuebox executable: the window, or the command line when asked for it.
 #include "commandline.h"
+#include "media/mediamodule.h"
 #include "media/modulefile.h"
 #include "media/runtimelibrary.h"
 #include "startup.h"
@@ -77,6 +78,8 @@ int main(int argc, char *argv[])
     // opens the window.
     if (!CommandLine::wants(args))
         return runWindow(argc, argv, args);
+    // FFmpeg loads while the verb starts and finds its files; the first probe waits for it.
+    MediaModule::preload();
     QCoreApplication app(argc, argv);
     Startup::prepareApplication();
     const int code = CommandLine::run(args);

@@ -1,7 +1,6 @@
 #include "imagemodule.h"
 
 #include "modulefile.h"
-#include "runtimelibrary.h"
 
 #include <QtGlobal>
 
@@ -11,30 +10,13 @@ namespace {
 
 std::atomic<const ImageModule *> installed{nullptr};
 
-const char kFileName[] = "cuebox-images.so";
-
-struct ModuleEntry {
-    decltype(&cuebox_image_module) entry = nullptr;
-};
-
 struct LoadedModule {
+    QString why; // before `functions`, which the load fills it with
     const ImageModule *functions = nullptr;
-    QString why;
 
     LoadedModule()
+        : functions(ModuleFile::load<ImageModule>("cuebox-images.so", "cuebox_image_module", why))
     {
-        const QByteArray file = ModuleFile::path(kFileName);
-        if (file.isEmpty()) {
-            why = QStringLiteral("%1 is missing from this installation")
-                      .arg(QString::fromLatin1(kFileName));
-        } else {
-            // Never unloaded: what it made may live until the process ends.
-            const RuntimeLibrary<ModuleEntry> library(file, [](auto &opened, ModuleEntry &f) {
-                return opened.resolve("cuebox_image_module", f.entry);
-            });
-            if (const ModuleEntry *found = library.functions(&why))
-                functions = found->entry();
-        }
         // Said once, here: a still is otherwise reported only as unreadable.
         if (!functions)
             qWarning("cuebox: stills cannot be read or written: %s", qUtf8Printable(why));

@@ -77,14 +77,24 @@ TEST(CommandLine, AnInstallationWithoutItsModulesSaysWhichIsMissing)
     const QString alone = dir.filePath("cuebox");
     ASSERT_TRUE(QFile::copy(QStringLiteral(CUEBOX_BINARY), alone));
 
-    const Outcome still = runBinary(alone, {"check", kShow + "/logo.png"});
-    EXPECT_EQ(still.err, "cuebox: stills cannot be read or written: cuebox-images.so is missing "
-                         "from this installation\n");
-    EXPECT_TRUE(still.out.contains("01_logo")) << still.out.toStdString(); // reported, not lost
+    const Outcome movie = runBinary(alone, {"check", kShow + "/Opening.mov"});
+    EXPECT_EQ(movie.err, "cuebox: media files cannot be read or converted: cuebox-media.so is "
+                         "missing from this installation\n");
+    EXPECT_TRUE(movie.out.contains("01_opening")) << movie.out.toStdString(); // reported, not lost
+    EXPECT_TRUE(movie.out.contains("Read error: cuebox-media.so is missing from this installation"))
+        << movie.out.toStdString();
     const Outcome window = runBinary(alone, {});
     EXPECT_EQ(window.exitCode, 1);
     EXPECT_EQ(window.err, "cuebox: cannot open the window: cuebox-window.so is missing from "
                           "this installation\n");
+
+    const QString media =
+        QFileInfo(QStringLiteral(CUEBOX_BINARY)).dir().filePath("cuebox-media.so");
+    ASSERT_TRUE(QFile::copy(media, dir.filePath("cuebox-media.so")));
+    const Outcome still = runBinary(alone, {"check", kShow + "/logo.png"});
+    EXPECT_EQ(still.err, "cuebox: stills cannot be read or written: cuebox-images.so is missing "
+                         "from this installation\n");
+    EXPECT_TRUE(still.out.contains("01_logo")) << still.out.toStdString();
 }
 
 TEST(CommandLine, UsageErrorsNameTheBadArgument)

@@ -34,7 +34,7 @@ expected=(usr/bin/cuebox usr/share/applications/cuebox.desktop
     usr/share/metainfo/invalid.cuebox.Cuebox.metainfo.xml usr/share/man/man1/cuebox.1.gz
     usr/share/bash-completion/completions/cuebox usr/share/doc/cuebox/copyright
     usr/share/doc/cuebox/changelog.gz "usr/lib/$multiarch/cuebox/cuebox-window.so"
-    "usr/lib/$multiarch/cuebox/cuebox-images.so")
+    "usr/lib/$multiarch/cuebox/cuebox-images.so" "usr/lib/$multiarch/cuebox/cuebox-media.so")
 for size in "${sizes[@]}"; do
     expected+=("usr/share/icons/hicolor/${size}x${size}/apps/cuebox.png")
 done
@@ -85,9 +85,9 @@ done
 # The unpacked program runs on its own and probes real media.
 cuebox="$root/usr/bin/cuebox"
 [[ "$("$cuebox" --version)" == "cuebox $version" ]] || fail "--version: $("$cuebox" --version)"
-# The filter and HEIF libraries, and the window's and stills' Qt Gui, are loaded when first
-# needed, not by every start.
-! readelf -d "$cuebox" | grep -Eq 'NEEDED.*lib(avfilter|heif|Qt6Gui|Qt6Widgets)' ||
+# FFmpeg, the filter and HEIF libraries, and the window's and stills' Qt Gui, are loaded when
+# first needed, not before every start.
+! readelf -d "$cuebox" | grep -Eq 'NEEDED.*lib(av[a-z]+|sw[a-z]+|heif|Qt6Gui|Qt6Widgets)' ||
     fail "cuebox links them"
 # The window opens from its module: it runs until stopped rather than failing at once.
 set +e
@@ -100,6 +100,7 @@ report="$("$cuebox" check "$show")"
 status=$?
 set -e
 [[ $status == 1 ]] || fail "check exit status $status, not 1 (a red clip)"
+# A movie, read through the media module.
 grep -Eq '^1 +01_band_intro +WARN +1920×1080 ' <<<"$report" || fail "check: $report"
 # A still, read through the stills module.
 grep -Eq '^2 +02_logo +OK +1280×720 .* PNG' <<<"$report" || fail "check shows no PNG: $report"
