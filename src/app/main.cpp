@@ -78,9 +78,10 @@ int main(int argc, char *argv[])
     // opens the window.
     if (!CommandLine::wants(args))
         return runWindow(argc, argv, args);
+    // Qt's main thread is the first to use Qt, so the application comes first.
+    QCoreApplication app(argc, argv);
     // FFmpeg loads while the verb starts and finds its files; the first probe waits for it.
     MediaModule::preload();
-    QCoreApplication app(argc, argv);
     Startup::prepareApplication();
     const int code = CommandLine::run(args);
     // A verb has written, synced and cleaned up all it made by the time it returns. What is

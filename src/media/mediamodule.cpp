@@ -2,27 +2,16 @@
 
 #include "modulefile.h"
 
-#include <QtGlobal>
-
-#include <atomic>
 #include <thread>
 
 namespace {
 
-std::atomic<const MediaModule *> installed{nullptr};
-
-struct LoadedModule {
-    QString why; // before `functions`, which the load fills it with
-    const MediaModule *functions = nullptr;
-
-    LoadedModule()
-        : functions(ModuleFile::load<MediaModule>("cuebox-media.so", "cuebox_media_module", why))
-    {
-        // Said once, here: each file is otherwise reported only as unreadable.
-        if (!functions)
-            qWarning("cuebox: media files cannot be read or converted: %s", qUtf8Printable(why));
-    }
-};
+ModuleFile::Slot<MediaModule> &slot()
+{
+    static ModuleFile::Slot<MediaModule> media("cuebox-media.so", "cuebox_media_module",
+                                               "media files cannot be read or converted");
+    return media;
+}
 
 class DeferredProbe final : public MediaProbe
 {
@@ -75,22 +64,17 @@ public:
 
 void MediaModule::install(const MediaModule *linked)
 {
-    installed.store(linked, std::memory_order_release);
+    slot().install(linked);
 }
 
 const MediaModule *MediaModule::get(QString *why)
 {
-    if (const MediaModule *linked = installed.load(std::memory_order_acquire))
-        return linked;
-    static const LoadedModule loaded; // thread-safe, and tried once: a second caller waits
-    if (why)
-        *why = loaded.why;
-    return loaded.functions;
+    return slot().get(why);
 }
 
 void MediaModule::preload()
 {
-    if (installed.load(std::memory_order_acquire))
+    if (slot().isInstalled())
         return;
     // Detached: a run that ends before the module is loaded must not wait for it.
     std::thread([] { get(); }).detach();
