@@ -78,7 +78,8 @@ int main(int argc, char *argv[])
     // opens the window.
     if (!CommandLine::wants(args))
         return runWindow(argc, argv, args);
-    // Qt's main thread is the first to use Qt, so the application comes first.
+    // Qt takes the first thread that asks for its thread data for the main thread: the
+    // application is made here before the loader thread below can be that thread.
     QCoreApplication app(argc, argv);
     // FFmpeg loads while the verb starts and finds its files; the first probe waits for it.
     MediaModule::preload();
