@@ -81,7 +81,7 @@ int main(int argc, char *argv[])
     // Qt takes the first thread that asks for its thread data for the main thread: the
     // application is made here before the loader thread below can be that thread.
     QCoreApplication app(argc, argv);
-    // FFmpeg loads while the verb starts and finds its files; the first probe waits for it.
+    // FFmpeg loads while the verb starts; the first probe waits for it.
     MediaModule::preload();
     Startup::prepareApplication();
     const int code = CommandLine::run(args);
