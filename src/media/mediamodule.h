@@ -15,6 +15,8 @@
 // meanwhile (the scan's, the readers') waits in pthread_create until the load is done. Starting
 // the scan's thread before the load gained nothing measurable (the scan of 1,000 files is a few
 // ms), and loading the hundred libraries one dlopen at a time cost 20 ms more CPU than one.
+// Nor did a pool thread, started before the load, that hands the kernel the first files' reads
+// while it goes on: the load itself slowed by about what that saved.
 // Programs that link the code in (tests, benchmarks) install it instead, and nothing is loaded;
 // the window and still-image modules link the module itself.
 struct MediaModule {
