@@ -1,15 +1,12 @@
 // Verifying a pack against its checksums.sha256: what a damaged, incomplete or padded pack
 // reports, and that a checksum file with bad lines or an unreadable file never passes.
+#include "outputfixture.h"
+
 #include "output/packexporter.h"
 #include "output/packverifier.h"
-#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
-#include <QTimeZone>
-
-#include <gtest/gtest.h>
 
 #include <functional>
 
@@ -19,10 +16,11 @@ namespace {
 
 using PackVerifier::Finding;
 using PackVerifier::Problem;
+using PackVerifierTest = PackSources;
 
 } // namespace
 
-TEST(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
+TEST_F(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
 {
     struct Case {
         const char *name;
@@ -63,21 +61,13 @@ TEST(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
          },
          {{Problem::unreadable, "media/01_a.mov"}, {Problem::unreadable, "README.txt"}}},
     };
+    const QList<MediaClip> clips{clip("a.mov", QByteArray(5000, 'a'), "01_a", 1),
+                                 clip("b.mov", QByteArray(200000, 'b'), "02_b", 2)};
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        QTemporaryDir sources;
         QTemporaryDir target;
-        QList<MediaClip> clips;
-        for (const auto &[name, arena, size] :
-             {std::tuple{"a.mov", "01_a", 5000}, std::tuple{"b.mov", "02_b", 200000}}) {
-            MediaClip clip =
-                MediaClip::forFile(writeFile(sources.filePath(name), QByteArray(size, name[0])));
-            clip.arenaName = arena;
-            clips.append(clip);
-        }
-        const Result<QString> pack = PackExporter::exportPack(
-            clips, target.path(), {}, QDateTime(QDate(2026, 1, 1), QTime(), QTimeZone::utc()), {},
-            {}, {});
+        const Result<QString> pack =
+            PackExporter::exportPack(clips, target.path(), {}, kNow, {}, {}, {});
         ASSERT_TRUE(pack.has_value());
         c.damage(*pack);
         PackVerifier::Progress last;
@@ -90,8 +80,7 @@ TEST(PackVerifierTest, ReportsEveryDamageAndOnlyPassesAnIntactPack)
         EXPECT_EQ(last.filesDone, 5);
     }
 
-    QTemporaryDir bare;
-    const Result<PackVerifier::Report> none = PackVerifier::verify(bare.path(), {}, {});
+    const Result<PackVerifier::Report> none = PackVerifier::verify(m_target.path(), {}, {});
     ASSERT_FALSE(none.has_value());
     EXPECT_EQ(none.error().kind, Error::Kind::Invalid);
 }

@@ -1,25 +1,17 @@
 // Checksummed, read-back copies: export and backup write a checksums.sha256 that coreutils
 // accepts, keep the sources' times and modes, and stop on a copy that changed on its way.
+#include "outputfixture.h"
+
 #include "output/checksumfile.h"
 #include "output/filecopy.h"
 #include "output/packbackup.h"
 #include "output/packexporter.h"
-#include "support/files.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <QTimeZone>
-
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <utime.h>
 
 namespace {
-
-const QDateTime kNow(QDate(2026, 11, 16), QTime(21, 42, 48), QTimeZone::utc());
 
 struct stat statOf(const QString &path)
 {
@@ -39,40 +31,14 @@ std::pair<int, QString> coreutilsCheck(const QString &folder)
     return {run.exitCode(), QString::fromUtf8(run.readAllStandardOutput())};
 }
 
-class VerifiedCopy : public ::testing::Test
+void expectSameTimeAndMode(const QString &copy, const QString &original)
 {
-protected:
-    // A source with a mode and a modification time that a fresh copy would not get.
-    QString source(const QString &relative, const QByteArray &bytes)
-    {
-        const QString path = writeFile(m_sources.filePath(relative), bytes);
-        ::chmod(QFile::encodeName(path).constData(), 0640);
-        const struct utimbuf old {
-            1600000000, 1600000000 + m_files++
-        };
-        ::utime(QFile::encodeName(path).constData(), &old);
-        return path;
-    }
-    MediaClip clip(const QString &relative, const QByteArray &bytes, const QString &arenaName)
-    {
-        MediaClip c = MediaClip::forFile(source(relative, bytes));
-        c.arenaName = arenaName;
-        c.cueIndex = ++m_cue;
-        c.isInspected = true;
-        c.fileSize = bytes.size();
-        return c;
-    }
-    static void expectSameTimeAndMode(const QString &copy, const QString &original)
-    {
-        SCOPED_TRACE(copy.toStdString());
-        EXPECT_EQ(statOf(copy).st_mtime, statOf(original).st_mtime);
-        EXPECT_EQ(statOf(copy).st_mode & 0777, 0640u);
-    }
-    QTemporaryDir m_sources;
-    QTemporaryDir m_target;
-    int m_files = 0;
-    int m_cue = 0;
-};
+    SCOPED_TRACE(copy.toStdString());
+    EXPECT_EQ(statOf(copy).st_mtime, statOf(original).st_mtime);
+    EXPECT_EQ(statOf(copy).st_mode & 0777, 0640u);
+}
+
+using VerifiedCopy = PackSources;
 
 } // namespace
 
@@ -113,8 +79,8 @@ TEST_F(VerifiedCopy, ChecksumLinesAreThoseOfCoreutils)
 
 TEST_F(VerifiedCopy, ExportAndBackupPassCoreutilsAndKeepTimesAndModes)
 {
-    const QList<MediaClip> clips{clip("a/intro.mov", QByteArray(3 << 20, 'i'), "01_intro"),
-                                 clip("b/intro.mov", "second intro", "02_intro_2")};
+    const QList<MediaClip> clips{clip("a/intro.mov", QByteArray(3 << 20, 'i'), "01_intro", 1),
+                                 clip("b/intro.mov", "second intro", "02_intro_2", 2)};
     std::vector<PackExporter::Progress> reports;
     const Result<QString> pack = PackExporter::exportPack(
         clips, m_target.path(), {}, kNow, {},
@@ -149,7 +115,8 @@ TEST_F(VerifiedCopy, ExportAndBackupPassCoreutilsAndKeepTimesAndModes)
 
 TEST_F(VerifiedCopy, ACopyChangedBeforeItsReadBackStopsTheExport)
 {
-    const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a"), clip("b.mov", "bbbb", "02_b")};
+    const QList<MediaClip> clips{clip("a.mov", "aaaa", "01_a", 1),
+                                 clip("b.mov", "bbbb", "02_b", 2)};
     // The copy step writes the right bytes and reports the right digest; then, as a failing
     // stick or cable would, the bytes on the device change.
     const PackExporter::CopyFile flipAfterCopy =

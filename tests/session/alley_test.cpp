@@ -2,8 +2,6 @@
 
 #include "session/alley.h"
 
-#include <QCoroTask>
-
 TEST(Alley, FirstExistingCandidateWinsElseTheDownloadPage)
 {
     QTemporaryDir home;
@@ -34,8 +32,7 @@ TEST_F(AlleyHandOff, EmptyPackAsksForClipsFirst)
 {
     vm().openSelectedInAlley();
     EXPECT_EQ(vm().status(), PackStatus::addFirst());
-    touch("s/a.mov");
-    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ingestNew("s", {"a.mov"});
     vm().openSelectedInAlley();
     EXPECT_EQ(m_desktop.opened.size() + m_desktop.urls.size(), 1);
 }

@@ -1,8 +1,5 @@
 #include "sessionfixture.h"
 
-#include <QCoroTask>
-#include <QSignalSpy>
-
 namespace {
 
 class Edits : public SessionTest
@@ -10,9 +7,7 @@ class Edits : public SessionTest
 protected:
     void SetUp() override
     {
-        for (const char *file : {"s/a.mov", "s/b.mov", "s/c.mov"})
-            touch(file);
-        QCoro::waitFor(vm().ingest({url(path("s"))}));
+        ingestNew("s", {"a.mov", "b.mov", "c.mov"});
         ASSERT_EQ(vm().clips().size(), 3);
     }
     QUuid id(int i) { return vm().clips()[i].id; }
@@ -81,14 +76,14 @@ TEST_F(Edits, DuplicatesAreMarkedAtIngestAndRemovedKeepingTheFirst)
 {
     touch("dup/x.mov", "the same bytes in two files");
     touch("dup/y.mov", "the same bytes in two files");
-    QCoro::waitFor(vm().ingest({url(path("dup"))}));
+    ingest("dup");
     EXPECT_EQ(vm().duplicateCount(), 2);
     const QUuid x = vm().clips()[3].id;
     vm().remove(vm().clips()[4].id);
     EXPECT_EQ(vm().duplicateCount(), 2); // marks are a snapshot until the next pass
     EXPECT_TRUE(vm().clips()[3].isDuplicate);
 
-    QCoro::waitFor(vm().ingest({url(path("dup"))})); // y comes back; marking runs again
+    ingest("dup"); // y comes back; marking runs again
     EXPECT_EQ(vm().duplicateCount(), 2);
     vm().removeDuplicatesKeepingFirst();
     EXPECT_EQ(vm().duplicateCount(), 0);
@@ -100,9 +95,7 @@ TEST_F(Edits, DuplicatesAreMarkedAtIngestAndRemovedKeepingTheFirst)
 TEST_F(Edits, DerivedCountsAndChecklist)
 {
     withAudio("loud.mov");
-    touch("more/loud.mov");
-    touch("more/still.png");
-    QCoro::waitFor(vm().ingest({url(path("more"))}));
+    ingestNew("more", {"loud.mov", "still.png"});
     EXPECT_EQ(vm().clipsWithAudioCount(), 1);
     EXPECT_EQ(vm().problemClipsCount(), 1); // the audio warning
     EXPECT_EQ(vm().checklist().items[1].count, 1);

@@ -1,6 +1,5 @@
 #include "sessionfixture.h"
 
-#include <QCoroTask>
 #include <QTest>
 #include <QTimer>
 
@@ -23,11 +22,8 @@ VideoFacts wideVideo()
 
 TEST_F(Ingest, NewFilesAreProbedNamedInFileBrowserOrderAndSelected)
 {
-    for (const char *file :
-         {"show/clip10.mov", "show/clip2.mov", "show/Clip1.mov", "show/notes.txt"})
-        touch(file);
     QStringList &statuses = recordStatuses();
-    QCoro::waitFor(vm().ingest({url(path("show"))}));
+    ingestNew("show", {"clip10.mov", "clip2.mov", "Clip1.mov", "notes.txt"});
     EXPECT_EQ(originalNames(), (QStringList{"Clip1.mov", "clip2.mov", "clip10.mov"}));
     EXPECT_EQ(arenaNames(), (QStringList{"01_clip1", "02_clip2", "03_clip10"}));
     EXPECT_EQ(statuses,
@@ -49,7 +45,7 @@ TEST_F(Ingest, RepeatsAndLinksAddNothingNew)
     QCoro::waitFor(vm().ingest({url(path("real")), url(path("alias/a.mov"))}));
     ASSERT_EQ(vm().clips().size(), 2);
     const QUuid first = vm().clips()[0].id;
-    QCoro::waitFor(vm().ingest({url(path("alias"))}));
+    ingest("alias");
     EXPECT_EQ(vm().clips().size(), 2);
     EXPECT_EQ(vm().clips()[0].id, first);
     EXPECT_EQ(vm().status(), PackStatus::ready(2));
@@ -57,11 +53,9 @@ TEST_F(Ingest, RepeatsAndLinksAddNothingNew)
 
 TEST_F(Ingest, NewFilesAreNumberedAfterTheExistingOnes)
 {
-    for (const char *file : {"a/1.mov", "a/2.mov", "a/3.mov", "b/x.mov", "b/y.mov"})
-        touch(file);
-    QCoro::waitFor(vm().ingest({url(path("a"))}));
+    ingestNew("a", {"1.mov", "2.mov", "3.mov"});
     const QList<MediaClip> before = vm().clips();
-    QCoro::waitFor(vm().ingest({url(path("b"))}));
+    ingestNew("b", {"x.mov", "y.mov"});
     EXPECT_EQ(arenaNames(), (QStringList{"01_1", "02_2", "03_3", "04_x", "05_y"}));
     EXPECT_EQ(vm().clips().mid(0, 3), before);
     EXPECT_EQ(vm().selectedClipID(), before.front().id); // the selection stays
@@ -74,8 +68,7 @@ TEST_F(Ingest, EmptyDropsAndNonMedia)
     EXPECT_TRUE(statuses.isEmpty());
     EXPECT_EQ(vm().status(), PackStatus::idle());
 
-    touch("junk/readme.txt");
-    QCoro::waitFor(vm().ingest({url(path("junk"))}));
+    ingestNew("junk", {"readme.txt"});
     EXPECT_EQ(vm().status(), PackStatus::empty());
     EXPECT_EQ(vm().statusText(), "No media files found");
 
@@ -87,10 +80,8 @@ TEST_F(Ingest, EmptyDropsAndNonMedia)
 
 TEST_F(Ingest, UnreadableFilesBecomeFailingClipsAndTheRestContinues)
 {
-    for (const char *file : {"s/a.mov", "s/b.mov", "s/c.mov"})
-        touch(file);
     m_probe->fail("b.mov", VideoFacts::Stage::open, "Invalid data found when processing input");
-    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ingestNew("s", {"a.mov", "b.mov", "c.mov"});
     ASSERT_EQ(vm().clips().size(), 3);
     EXPECT_EQ(vm().clips()[1].health(), ClipHealth::fail);
     EXPECT_EQ(vm().clips()[1].issues.front().kind, IssueKind::readError);
@@ -106,17 +97,15 @@ TEST_F(Ingest, TheEventLoopRunsWhileProbing)
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
     timer.start(10);
-    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ingest("s");
     EXPECT_EQ(vm().clips().size(), 4);
     EXPECT_GE(ticks, 10); // 240 ms of probing: the GUI thread kept ticking
 }
 
 TEST_F(Ingest, ProfileChangeReprobesAndKeepsIdentity)
 {
-    touch("s/wide.mov");
-    touch("s/b.mov");
     m_probe->setVideo("wide.mov", wideVideo());
-    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ingestNew("s", {"wide.mov", "b.mov"});
     vm().setShowPrefix("gig");
     vm().setArenaName(vm().clips()[0].id, "Opening Act");
     const QList<MediaClip> before = vm().clips();
@@ -153,7 +142,7 @@ TEST_F(Ingest, RulesChangedDuringAScanApplyFromTheNextFile)
         if (vm().status() == PackStatus::checking(2, 4, QStringLiteral("2.mov")))
             vm().setScreenProfile(ScreenProfile::ledWall);
     });
-    QCoro::waitFor(vm().ingest({url(path("s"))}));
+    ingest("s");
     ASSERT_EQ(vm().clips().size(), 4);
     EXPECT_EQ(vm().clips()[0].issues.size(), 1); // too wide for the 16:9 stage it was probed for
     EXPECT_TRUE(vm().clips()[3].issues.isEmpty());

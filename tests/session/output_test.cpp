@@ -1,20 +1,8 @@
 #include "sessionfixture.h"
 
 #include "output/packproject.h"
-#include "support/files.h"
 
-#include <QCoroTask>
-#include <QFileInfo>
-
-namespace {
-
-class SessionOutput : public SessionTest
-{
-protected:
-    void load(const QString &folder) { QCoro::waitFor(vm().ingest({url(path(folder))})); }
-};
-
-} // namespace
+using SessionOutput = SessionTest;
 
 TEST_F(SessionOutput, ExportWritesKnownFilesAndRemembersTheFolder)
 {
@@ -26,7 +14,7 @@ TEST_F(SessionOutput, ExportWritesKnownFilesAndRemembersTheFolder)
         f.duration = 62.4;
         return f;
     }());
-    load("show");
+    ingest("show");
     vm().setShowPrefix("Gig");
     vm().renameAll();
     const auto before = folderSnapshot(path("show"));
@@ -65,8 +53,7 @@ TEST_F(SessionOutput, ExportRefusalsAndFailures)
     EXPECT_EQ(vm().status(), PackStatus::addFirst());
     EXPECT_TRUE(m_panels.messages.isEmpty()); // no chooser for an empty pack
 
-    touch("show/a.mov");
-    load("show");
+    ingestNew("show", {"a.mov"});
     const PackStatus ready = vm().status();
     m_panels.folders.push_back(std::nullopt); // cancelled
     QCoro::waitFor(vm().exportPack());
@@ -78,7 +65,7 @@ TEST_F(SessionOutput, ExportRefusalsAndFailures)
         return Error{Error::Kind::WriteFailed, "No space left on device", "/x/01_a.mov", 0};
     };
     m_vm.reset(); // rebuild the session with the failing copier
-    load("show");
+    ingest("show");
     QDir().mkpath(path("out"));
     m_panels.folders.push_back(path("out"));
     QCoro::waitFor(vm().exportPack(path("out")));
@@ -91,9 +78,7 @@ TEST_F(SessionOutput, ExportRefusalsAndFailures)
 
 TEST_F(SessionOutput, ProjectRoundTripWithEverySettingChanged)
 {
-    for (const char *file : {"show/a.mov", "show/b.mov", "show/c.mov"})
-        touch(file);
-    load("show");
+    ingestNew("show", {"a.mov", "b.mov", "c.mov"});
     vm().setShowPrefix("Main Show");
     vm().setZeroPad(false);
     vm().setPreferredWidth(2560);
@@ -140,9 +125,7 @@ TEST_F(SessionOutput, ProjectRoundTripWithEverySettingChanged)
 
 TEST_F(SessionOutput, MissingFilesReorderedCuesAndUnreadableFiles)
 {
-    for (const char *file : {"show/a.mov", "show/b.mov", "show/c.mov"})
-        touch(file);
-    load("show");
+    ingestNew("show", {"a.mov", "b.mov", "c.mov"});
     PackProjectFile file;
     file.createdAt = QDateTime::currentDateTimeUtc();
     file.convertFormat = "dxv";

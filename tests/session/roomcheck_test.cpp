@@ -1,15 +1,11 @@
 // Room first: an export or a conversion that cannot fit says so before anything is written.
 #include "sessionfixture.h"
 
-#include <QCoroTask>
-
 TEST_F(SessionTest, TooLittleRoomStopsExportAndConversionBeforeAnyWrite)
 {
     qint64 freeBytes = 0;
     m_freeSpace = [&freeBytes](const QString &) { return std::optional<qint64>(freeBytes); };
-    touch("show/a.mov");
-    touch("show/b.mov");
-    QCoro::waitFor(vm().ingest({url(path("show"))}));
+    ingestNew("show", {"a.mov", "b.mov"});
     ASSERT_EQ(vm().clips().size(), 2);
     QDir().mkpath(path("out"));
 

@@ -10,6 +10,7 @@
 #include "support/files.h"
 
 #include <QCoreApplication>
+#include <QCoroTask>
 #include <QDateTime>
 #include <QDeadlineTimer>
 #include <QDirIterator>
@@ -156,6 +157,22 @@ protected:
         return QFileInfo(writeFile(path(relative), bytes)).canonicalFilePath();
     }
     static QUrl url(const QString &p) { return QUrl::fromLocalFile(p); }
+    // Adds the folder `relative` to the pack and waits until the ingest is over.
+    void ingest(const QString &relative) { QCoro::waitFor(vm().ingest({url(path(relative))})); }
+    // Makes `files` in the folder `relative`, in order, then ingests that folder.
+    void ingestNew(const QString &relative, const QStringList &files)
+    {
+        for (const QString &file : files)
+            touch(relative + u'/' + file);
+        ingest(relative);
+    }
+    // Watches the folder `relative` until its first ingest has brought `clips` clips.
+    void watch(const QString &relative, int clips)
+    {
+        QDir().mkpath(path(relative));
+        vm().startWatching(path(relative));
+        ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == clips && !vm().isScanning(); }));
+    }
     // `name` probes as a movie with one AAC audio track (a warning).
     void withAudio(const QString &name)
     {

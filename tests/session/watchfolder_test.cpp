@@ -2,7 +2,6 @@
 
 #include "session/watchfoldermonitor.h"
 
-#include <QCoroTask>
 #include <QElapsedTimer>
 
 using WatchFolder = SessionTest;
@@ -63,8 +62,7 @@ TEST_F(WatchFolder, StoppingAndFailedOpen)
 TEST_F(WatchFolder, TouchingAPackFileProbesItAgainAndEndsWatching)
 {
     touch("drop/a.mov");
-    vm().startWatching(path("drop"));
-    ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+    watch("drop", 1);
     const QUuid id = vm().clips().front().id;
     // Dropping a file that is already there adds nothing and leaves the watch announced.
     QCoro::waitFor(vm().ingest({url(path("drop/a.mov"))}));
@@ -85,8 +83,7 @@ TEST_F(WatchFolder, TouchingAPackFileProbesItAgainAndEndsWatching)
 TEST_F(WatchFolder, ARemovedFolderEndsTheWatchWithAnErrorAndKeepsItsClips)
 {
     touch("drop/a.mov");
-    vm().startWatching(path("drop"));
-    ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == 1 && !vm().isScanning(); }));
+    watch("drop", 1);
     ASSERT_TRUE(QDir(path("drop")).removeRecursively());
     ASSERT_TRUE(waitUntil([&] { return !vm().watchFolder().isWatching() && !vm().isScanning(); }));
     EXPECT_EQ(vm().statusText(), "The watched folder is gone: drop");

@@ -29,12 +29,6 @@ protected:
                        {kMedia + u'/' + movie, path(relative), QString::number(mibPerSecond)});
         ASSERT_TRUE(m_writer.waitForStarted());
     }
-    void watch(const QString &folder, int clips)
-    {
-        QDir().mkpath(path(folder));
-        vm().startWatching(path(folder));
-        ASSERT_TRUE(waitUntil([&] { return vm().clips().size() == clips && !vm().isScanning(); }));
-    }
     // Tenths of a second: enough to tell the movies apart, whatever the container rounds.
     static double seconds(const MediaClip &clip)
     {
