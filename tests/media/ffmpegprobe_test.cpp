@@ -1,5 +1,6 @@
 // The real media layer against ffprobe, file by file, and against plain known values.
 #include "mediafixtures.h"
+#include "support/clips.h"
 
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
@@ -61,16 +62,12 @@ TEST(FfmpegProbe, AgreesWithFfprobeOnEveryFixture)
         const QString file = path(QString::fromLatin1(row.name));
         const QJsonObject report = MediaFixtures::ffprobe(file);
         ASSERT_FALSE(report.isEmpty()) << "ffprobe cannot read it";
-        QJsonObject video;
-        bool audio = false;
-        for (const QJsonValue &value : report[u"streams"].toArray()) {
-            const QJsonObject stream = value.toObject();
-            const QString type = stream[u"codec_type"].toString();
-            const bool coverArt = stream[u"disposition"][u"attached_pic"].toInt() != 0;
-            if (type == u"video" && !coverArt && video.isEmpty())
+        QJsonObject video; // the first that is no cover art
+        for (const QJsonObject &stream : MediaFixtures::streams(report, u"video")) {
+            if (stream[u"disposition"][u"attached_pic"].toInt() == 0 && video.isEmpty())
                 video = stream;
-            audio = audio || type == u"audio";
         }
+        const bool audio = !MediaFixtures::streams(report, u"audio").isEmpty();
 
         const MediaClip clip = MediaInspector::inspect(file, InspectionRules{}, FfmpegProbe{});
         for (const ClipIssue &issue : clip.issues)
@@ -83,6 +80,7 @@ TEST(FfmpegProbe, AgreesWithFfprobeOnEveryFixture)
         EXPECT_EQ(clip.videoCodec, row.video ? std::optional<QString>(row.video) : std::nullopt);
         if (video.isEmpty()) {
             EXPECT_FALSE(clip.width || clip.height || clip.frameRate);
+            EXPECT_EQ(issueKinds(clip).value(0), IssueKind::noVideo);
             continue;
         }
         const bool quarterTurn = std::abs(rotation(video)) % 180 == 90;

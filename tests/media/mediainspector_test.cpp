@@ -14,17 +14,12 @@ using Stage = VideoFacts::Stage;
 class Inspect : public ::testing::Test
 {
 protected:
-    QString file(const QString &name, qint64 bytes = 1000)
-    {
-        const QString path = m_dir.filePath(name);
-        QFile f(path);
-        f.open(QIODevice::WriteOnly);
-        f.resize(bytes);
-        return path;
-    }
+    // A file of `bytes` bytes, for the size and bit-rate rules; the fake probe knows its name.
     MediaClip inspect(const QString &name, qint64 bytes = 1000)
     {
-        return MediaInspector::inspect(file(name, bytes), m_rules, m_probe);
+        QFile file(m_dir.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(bytes));
+        return MediaInspector::inspect(file.fileName(), m_rules, m_probe);
     }
 
     QTemporaryDir m_dir;

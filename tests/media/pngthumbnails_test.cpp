@@ -1,24 +1,16 @@
 // Thumbnails of PNGs of every colour type and bit depth, made by ImageMagick (a producer the
 // project does not use itself) and compared with ImageMagick's own decode of the whole picture,
 // scaled down: a thumbnail shows the picture, never noise.
+#include "mediafixtures.h"
+
 #include "media/thumbnails.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-QByteArray run(const QStringList &arguments)
-{
-    QProcess process;
-    process.start(QStringLiteral("convert"), arguments);
-    if (!process.waitForFinished(30'000) || process.exitCode() != 0)
-        return {};
-    return process.readAllStandardOutput();
-}
+using namespace MediaFixtures;
 
 // Bit depth and colour type from the IHDR chunk, which follows the 8-byte signature.
 std::pair<int, int> depthAndType(const QString &file)
@@ -35,26 +27,13 @@ std::pair<int, int> depthAndType(const QString &file)
 // ImageMagick decodes it, premultiplied so that the colour of transparent pixels does not count.
 QImage makeAndDecode(const QStringList &arguments, const QString &file, QSize size)
 {
-    const QByteArray rgba =
-        run(arguments + QStringList{"-write", file, "+delete", file, "-depth", "8", "rgba:-"});
-    if (rgba.size() != qsizetype(size.width()) * size.height() * 4)
+    const Run made = run("convert", arguments + QStringList{"-write", file, "+delete", file,
+                                                            "-depth", "8", "rgba:-"});
+    if (made.exitCode != 0 || made.out.size() != qsizetype(size.width()) * size.height() * 4)
         return {};
-    return QImage(reinterpret_cast<const uchar *>(rgba.constData()), size.width(), size.height(),
-                  QImage::Format_RGBA8888)
+    return QImage(reinterpret_cast<const uchar *>(made.out.constData()), size.width(),
+                  size.height(), QImage::Format_RGBA8888)
         .convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-}
-
-// Mean absolute difference per channel, 0 to 255.
-double meanDifference(const QImage &a, const QImage &b)
-{
-    double sum = 0;
-    for (int y = 0; y < a.height(); ++y) {
-        const uchar *p = a.constScanLine(y);
-        const uchar *q = b.constScanLine(y);
-        for (int x = 0; x < a.width() * 4; ++x)
-            sum += std::abs(int(p[x]) - int(q[x]));
-    }
-    return sum / (double(a.width()) * a.height() * 4);
 }
 
 } // namespace
@@ -118,8 +97,10 @@ TEST(PngThumbnails, EveryColourTypeAndDepthLooksLikeThePicture)
             continue;
         const QImage expected =
             reference.scaled(thumbnail.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        EXPECT_LT(meanDifference(thumbnail.convertToFormat(QImage::Format_RGBA8888_Premultiplied),
-                                 expected),
+        // Per channel, 0 to 255; both are RGBA, whose lines need no padding.
+        EXPECT_LT(meanDifference(
+                      samples(thumbnail.convertToFormat(QImage::Format_RGBA8888_Premultiplied)),
+                      samples(expected)),
                   4.0);
     }
 }

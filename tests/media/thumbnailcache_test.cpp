@@ -147,11 +147,7 @@ TEST(ThumbnailCache, ThousandThumbnailsStayWithinTheBudget)
     EXPECT_EQ(counting.state->calls, 1000);
     EXPECT_EQ(ready.count(), 1000);
     EXPECT_LE(cache.usedBytes(), kBudget);
-    EXPECT_EQ(cache.count(), 64); // 1 MiB of 16 KiB pictures
-    const QString newest = ready.last().first().toString();
-    const QString oldest = ready.first().first().toString();
-    EXPECT_FALSE(cache.imageForKey(newest).isNull());
-    EXPECT_TRUE(cache.imageForKey(oldest).isNull());
+    EXPECT_EQ(cache.count(), 64); // 1 MiB of 16 KiB pictures; which go first is the next test's
 }
 
 TEST(ThumbnailCache, LeastRecentlyUsedGoesFirst)

@@ -3,83 +3,68 @@
 
 #include "media/thumbnails.h"
 
-#include <QFile>
+#include <QTemporaryDir>
 
 namespace {
 
 using MediaFixtures::dominant;
 using MediaFixtures::path;
 
-// Stills fit into 120 × 120 with their aspect, video frames into 160 × 90.
-TEST(Thumbnails, PicturesFitWithTheirAspect)
-{
-    struct Row {
-        const char *name;
-        QSize size;
-    };
-    const Row rows[] = {{"still.png", {120, 68}},  {"still_1921.png", {120, 67}},
-                        {"still.jpg", {120, 90}},  {"still.tiff", {120, 80}},
-                        {"still.heic", {120, 90}}, {"h264.mov", {120, 90}},
-                        {"odd.mov", {160, 90}}};
-    for (const Row &row : rows) {
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(Thumbnails::forFile(path(row.name)).size(), row.size);
-    }
-}
-
-TEST(Thumbnails, ExifOrientationIsApplied)
-{
-    // Stored 200 × 100, red left and blue right, with "turn 90° clockwise to view".
-    const QImage image = Thumbnails::still(path("exif_rotated.jpg"));
-    ASSERT_EQ(image.size(), QSize(60, 120));
-    EXPECT_EQ(dominant(image, 30, 20), 'r');
-    EXPECT_EQ(dominant(image, 30, 100), 'b');
-}
-
-TEST(Thumbnails, SmallStillIsNotEnlarged)
+// Stills fit into 120 × 120 with their aspect, never enlarged; video frames into 160 × 90,
+// posters into 640 × 360. Each is turned upright as its EXIF orientation or display matrix
+// says, and shows the picture of its time.
+TEST(Thumbnails, PicturesFitWithTheirAspectTurnedAndFromTheirTimes)
 {
     QImage tiny(40, 30, QImage::Format_RGB32);
     tiny.fill(Qt::green);
-    const QString file = QDir::temp().filePath("cuebox_tiny_thumbnail.png");
-    ASSERT_TRUE(tiny.save(file));
-    const QImage image = Thumbnails::still(file);
-    QFile::remove(file);
-    EXPECT_EQ(image.size(), QSize(40, 30));
-    EXPECT_EQ(dominant(image, 20, 15), 'g');
-}
-
-TEST(Thumbnails, EachKindOfCodecDecodes)
-{
-    // One of each decoding path: long-GOP, intra 4:4:4 with alpha, GPU texture, MXF wrapping.
-    for (const char *name : {"h264.mp4", "prores_4444.mov", "hap1.mov", "mpeg2.mxf"}) {
-        SCOPED_TRACE(name);
-        const QImage image = Thumbnails::video(path(name));
-        ASSERT_FALSE(image.isNull());
-        EXPECT_EQ(image.height(), 90); // none is wider than 16:9
-        EXPECT_LE(image.width(), 160);
+    QTemporaryDir dir;
+    ASSERT_TRUE(tiny.save(dir.filePath("tiny.png")));
+    using Make = QImage (*)(const QString &, std::stop_token);
+    struct Spot {
+        int x;
+        int y;
+        char colour; // as dominant() names it
+    };
+    const struct {
+        QString file;
+        Make make;
+        QSize size;
+        std::vector<Spot> spots = {};
+    } rows[] = {
+        {path("still.png"), Thumbnails::forFile, {120, 68}},
+        {path("still_1921.png"), Thumbnails::forFile, {120, 67}},
+        {path("still.jpg"), Thumbnails::forFile, {120, 90}},
+        {path("still.tiff"), Thumbnails::forFile, {120, 80}},
+        {path("still.heic"), Thumbnails::forFile, {120, 90}},
+        {path("h264.mov"), Thumbnails::forFile, {120, 90}},
+        {path("odd.mov"), Thumbnails::forFile, {160, 90}},
+        {dir.filePath("tiny.png"), Thumbnails::still, {40, 30}, {{20, 15, 'g'}}},
+        // Stored 200 × 100, red left and blue right, with "turn 90° clockwise to view".
+        {path("exif_rotated.jpg"), Thumbnails::still, {60, 120}, {{30, 20, 'r'}, {30, 100, 'b'}}},
+        // One of each decoding path: long-GOP, intra 4:4:4 with alpha, GPU texture, MXF.
+        {path("h264.mp4"), Thumbnails::video, {120, 90}},
+        {path("prores_4444.mov"), Thumbnails::video, {120, 90}},
+        {path("hap1.mov"), Thumbnails::video, {120, 90}},
+        {path("mpeg2.mxf"), Thumbnails::video, {113, 90}}, // 720 × 576: 112.5 rounds up
+        // Stored 1920 × 1080 blue above red, shown turned 90° clockwise: red left, blue right.
+        {path("phone_rotated.mov"), Thumbnails::video, {51, 90}, {{10, 45, 'r'}, {40, 45, 'b'}}},
+        {path("phone_rotated.mov"),
+         Thumbnails::generatePoster,
+         {203, 360},
+         {{40, 180, 'r'}, {160, 180, 'b'}}},
+        // Red until 0.44 s, then blue; a single keyframe at the start.
+        {path("timeline.mov"), Thumbnails::generatePoster, {320, 240}, {{160, 120, 'r'}}},
+        {path("timeline.mov"), Thumbnails::video, {120, 90}, {{60, 45, 'b'}}},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.file.toStdString());
+        const QImage image = row.make(row.file, {});
+        EXPECT_EQ(image.size(), row.size);
+        if (image.size() != row.size)
+            continue;
+        for (const Spot &spot : row.spots)
+            EXPECT_EQ(dominant(image, spot.x, spot.y), spot.colour) << spot.x << "," << spot.y;
     }
-}
-
-TEST(Thumbnails, DisplayRotationIsApplied)
-{
-    // Stored 1920 × 1080 blue above red, shown turned 90° clockwise: red left, blue right.
-    const QImage thumb = Thumbnails::video(path("phone_rotated.mov"));
-    ASSERT_EQ(thumb.size(), QSize(51, 90));
-    EXPECT_EQ(dominant(thumb, 10, 45), 'r');
-    EXPECT_EQ(dominant(thumb, 40, 45), 'b');
-
-    const QImage poster = Thumbnails::generatePoster(path("phone_rotated.mov"));
-    ASSERT_EQ(poster.size(), QSize(203, 360));
-    EXPECT_EQ(dominant(poster, 40, 180), 'r');
-    EXPECT_EQ(dominant(poster, 160, 180), 'b');
-}
-
-TEST(Thumbnails, FramesComeFromTheirTimes)
-{
-    // Red until 0.44 s, then blue; a single keyframe at the start.
-    EXPECT_EQ(dominant(Thumbnails::generatePoster(path("timeline.mov")), 160, 120), 'r');
-    EXPECT_EQ(dominant(Thumbnails::video(path("timeline.mov")), 60, 45), 'b');
-    EXPECT_EQ(Thumbnails::generatePoster(path("timeline.mov")).size(), QSize(320, 240));
 }
 
 TEST(Thumbnails, BrokenFilesAndAStopGiveNoPicture)

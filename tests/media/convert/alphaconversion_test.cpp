@@ -1,7 +1,6 @@
 // Transparency through conversion: a source whose left half is clear and right half solid.
 #include "convertfixtures.h"
 
-#include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 
 #include <QImage>
@@ -59,8 +58,7 @@ TEST(AlphaConversion, ProResAndHapBecomeTheirTransparentKind)
         SCOPED_TRACE(row.source + (u' ' + rawValue(row.chosen)).toStdString());
         QTemporaryDir folder;
         const ConvertResult result =
-            MediaConverter::convertVideo(clipFor(path(row.source), "logo"), folder.path(),
-                                         ConvertOptions{row.chosen, false, false}, {}, {});
+            convertVideo(path(row.source), folder.path(), {row.chosen, false, false}, "logo");
         ASSERT_TRUE(result) << result.error().description().toStdString();
         const QJsonObject video = streams(ffprobe(*result), u"video").value(0);
         EXPECT_EQ(video[u"codec_tag_string"].toString(), row.tag);

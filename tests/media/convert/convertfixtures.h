@@ -1,19 +1,16 @@
 #pragma once
-// Sources made by make_convert_fixtures.sh before these tests run (CTest fixture
-// "convert_media"), and the ffmpeg CLI as the independent reader of what the converter wrote.
+// Sources made by make_convert_fixtures.sh (or make_gpu_fixtures.sh) before these tests run,
+// and the media fixtures' ffmpeg CLI tools as the independent reader of what the converter
+// wrote.
+#include "media/convert/mediaconverter.h"
+#include "media/mediafixtures.h"
 #include "model/mediaclip.h"
-#include "support/files.h"
 
-#include <QCryptographicHash>
-#include <QDateTime>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-
-#include <gtest/gtest.h>
+#include <QDir>
 
 namespace ConvertFixtures {
+
+using namespace MediaFixtures;
 
 inline QString path(const QString &name)
 {
@@ -27,106 +24,24 @@ inline MediaClip clipFor(const QString &file, const QString &arenaName)
     return clip;
 }
 
-struct Run {
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-inline Run run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    Run result;
-    if (!process.waitForFinished(60'000))
-        return result;
-    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    result.out = process.readAllStandardOutput();
-    result.err = process.readAllStandardError();
-    return result;
-}
-
-// ffprobe's report of a file: {"format": {...}, "streams": [...]}; empty when it fails.
-inline QJsonObject ffprobe(const QString &file)
-{
-    const Run probed =
-        run("ffprobe", {"-v", "error", "-of", "json", "-show_format", "-show_streams", file});
-    if (probed.exitCode != 0)
-        return {};
-    return QJsonDocument::fromJson(probed.out).object();
-}
-
-inline QList<QJsonObject> streams(const QJsonObject &report, QStringView type)
-{
-    QList<QJsonObject> found;
-    for (const QJsonValue &stream : report[u"streams"].toArray()) {
-        if (stream[u"codec_type"].toString() == type)
-            found.append(stream.toObject());
-    }
-    return found;
-}
-
-// ffprobe states numbers as text.
-inline double number(const QJsonObject &object, const char *key)
-{
-    return object.value(QLatin1String(key)).toString().toDouble();
-}
-
-// The presentation times of a track's packets, in seconds, sorted.
-inline QList<double> packetTimes(const QString &file, const QString &selector)
-{
-    const Run probed = run("ffprobe", {"-v", "error", "-select_streams", selector, "-show_entries",
-                                       "packet=pts_time", "-of", "csv=p=0", file});
-    QList<double> times;
-    for (const QByteArray &line : probed.out.split('\n')) {
-        // Side data of a packet can follow its time on the same line.
-        const QByteArray time = line.split(',').front().trimmed();
-        if (!time.isEmpty())
-            times.append(time.toDouble());
-    }
-    std::sort(times.begin(), times.end());
-    return times;
-}
-
-// FFmpeg decodes every stream of the file to its end without a single complaint.
-inline ::testing::AssertionResult decodesCleanly(const QString &file)
-{
-    const Run decoded = run("ffmpeg", {"-nostdin", "-v", "error", "-i", file, "-f", "null", "-"});
-    if (decoded.exitCode == 0 && decoded.err.isEmpty())
-        return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure()
-           << "ffmpeg exit " << decoded.exitCode << ": " << decoded.err.toStdString();
-}
-
-// Mean absolute difference of two equally long runs of 8-bit samples.
-inline double meanDifference(const QByteArray &a, const QByteArray &b)
-{
-    qint64 total = 0;
-    for (qsizetype i = 0; i < a.size(); ++i)
-        total += std::abs(int(quint8(a[i])) - int(quint8(b[i])));
-    return double(total) / double(a.size());
-}
-
-// A source's bytes and modification time, to prove a conversion left it alone.
-struct Snapshot {
-    QByteArray sha256;
-    QDateTime modified;
-    qint64 size = -1;
-
-    static Snapshot of(const QString &file)
-    {
-        const QFileInfo info(file);
-        return {QCryptographicHash::hash(readFile(file), QCryptographicHash::Sha256),
-                info.lastModified(), info.size()};
-    }
-    friend bool operator==(const Snapshot &, const Snapshot &) = default;
-};
-
 // Every entry of a folder, hidden ones included: leftovers of a failed conversion show here.
 inline QStringList entries(const QString &folder)
 {
     return QDir(folder).entryList(
         QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+// Converts `source` into `folder` as `arenaName`; the source must come out untouched.
+inline ConvertResult convertVideo(const QString &source, const QString &folder,
+                                  ConvertOptions options, const QString &arenaName = "01_clip",
+                                  std::function<void(double)> progress = {},
+                                  std::stop_token stop = {})
+{
+    const Snapshot before = Snapshot::of(source);
+    ConvertResult result = MediaConverter::convertVideo(clipFor(source, arenaName), folder, options,
+                                                        std::move(progress), stop);
+    EXPECT_EQ(Snapshot::of(source), before) << "the source changed";
+    return result;
 }
 
 } // namespace ConvertFixtures

@@ -1,7 +1,6 @@
 // HAP movies written by the converter, read back by ffprobe, by ffmpeg and by our own probe.
 #include "convertfixtures.h"
 
-#include "media/convert/mediaconverter.h"
 #include "media/ffmpeg/ffmpegprobe.h"
 #include "media/mediainspector.h"
 
@@ -9,19 +8,6 @@
 #include <QTemporaryDir>
 
 using namespace ConvertFixtures;
-
-namespace {
-
-ConvertResult convertTo(const QString &fixture, const QString &folder, ArenaConvertFormat format)
-{
-    const Snapshot before = Snapshot::of(path(fixture));
-    ConvertResult result = MediaConverter::convertVideo(
-        clipFor(path(fixture), "01_clip"), folder, ConvertOptions{format, false, false}, {}, {});
-    EXPECT_EQ(Snapshot::of(path(fixture)), before) << "the source changed";
-    return result;
-}
-
-} // namespace
 
 TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
 {
@@ -36,7 +22,8 @@ TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
     for (const auto &row : rows) {
         SCOPED_TRACE(row.tag);
         QTemporaryDir folder;
-        const ConvertResult result = convertTo(source, folder.path(), row.format);
+        const ConvertResult result =
+            convertVideo(path(source), folder.path(), {row.format, false, false});
         ASSERT_TRUE(result) << result.error().description().toStdString();
 
         const QJsonObject report = ffprobe(*result);
@@ -64,7 +51,8 @@ TEST(HapConversion, EachFormatWritesItsTagCroppedSizeRotationAndSound)
 TEST(HapConversion, PictureSmallerThanOneBlockFailsWithFfmpegsTextAndLeavesNothing)
 {
     QTemporaryDir folder;
-    const ConvertResult result = convertTo("tiny_3x3.mov", folder.path(), ArenaConvertFormat::hap);
+    const ConvertResult result =
+        convertVideo(path("tiny_3x3.mov"), folder.path(), {ArenaConvertFormat::hap, false, false});
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().kind(), MediaConverterError::Kind::exportFailed);
     EXPECT_EQ(result.error().description(), "Invalid data found when processing input");

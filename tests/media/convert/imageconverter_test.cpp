@@ -1,9 +1,6 @@
 // Stills rewritten as PNG: sizes, pixels, bit depth, errors.
 #include "convertfixtures.h"
 
-#include "media/convert/mediaconverter.h"
-#include "support/files.h"
-
 #include <QImage>
 #include <QImageReader>
 #include <QTemporaryDir>
@@ -104,9 +101,6 @@ TEST_F(ImageConversion, HeicIsDecodedThroughLibheif)
     const QImage original = stored(path("heic_source.png")).convertToFormat(QImage::Format_RGB888);
     ASSERT_EQ(written.size(), QSize(400, 300));
     ASSERT_EQ(original.size(), written.size());
-    const auto samples = [](const QImage &image) {
-        return QByteArray(reinterpret_cast<const char *>(image.constBits()), image.sizeInBytes());
-    };
     // Lossy at quality 90: close to the picture it was made from, channel by channel.
     EXPECT_LT(meanDifference(samples(written), samples(original)), 6.0);
 }

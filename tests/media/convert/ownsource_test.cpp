@@ -3,8 +3,6 @@
 // while it is read (the output grows under a hidden name) and is then replaced in one rename.
 #include "convertfixtures.h"
 
-#include "media/convert/mediaconverter.h"
-
 #include <QTemporaryDir>
 
 using namespace ConvertFixtures;

@@ -2,8 +2,6 @@
 // targets. Each ends with a clear error, quickly, and leaves the folder as it was.
 #include "convertfixtures.h"
 
-#include "media/convert/mediaconverter.h"
-
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
@@ -24,12 +22,8 @@ protected:
                           ArenaConvertFormat format = ArenaConvertFormat::proRes422,
                           bool dropAudio = false)
     {
-        const Snapshot before = Snapshot::of(source);
-        ConvertResult result =
-            MediaConverter::convertVideo(clipFor(source, "02_broken"), m_folder.path(),
-                                         ConvertOptions{format, dropAudio, false}, {}, stop);
-        EXPECT_EQ(Snapshot::of(source), before) << "the source changed";
-        return result;
+        return convertVideo(source, m_folder.path(), {format, dropAudio, false}, "02_broken", {},
+                            stop);
     }
 
     QTemporaryDir m_folder;
