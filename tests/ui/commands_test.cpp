@@ -55,7 +55,11 @@ TEST_F(Commands, EnabledByThePackAScanAndAConversion)
 TEST_F(Commands, ConvertOpensTheStudioAndTheBatchDoesNot)
 {
     window();
+    withAudio(QStringLiteral("a.mov")); // a warning: the batch has a clip to convert
     addClips({"a.mov"});
+    command(Command::convertProblems)->trigger(); // the folder panel is cancelled
+    EXPECT_EQ(m_panels.messages.size(), 1);
+    EXPECT_FALSE(vm().showConvertStudio());
     command(Command::convert)->trigger();
     EXPECT_TRUE(vm().showConvertStudio());
     ASSERT_NE(window().convertSheet(), nullptr);

@@ -7,9 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
-class MenuTexts : public WindowTest
-{
-};
+using MenuTexts = WindowTest;
 
 TEST_F(MenuTexts, EachMenuHasItsOwnMnemonicAndItemsShowTheirTextsWhole)
 {

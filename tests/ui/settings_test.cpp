@@ -221,32 +221,22 @@ TEST_F(SettingsTest, WidthChipsOfferExactlyThreeWidthsAndSetThePreferredWidth)
     click(view().railButton(SettingsSection::risks));
     auto &risks = card<RiskSettingsCard>(SettingsSection::risks);
     EXPECT_EQ(risks.findChild<QLabel *>("settings.width")->text(), "Preferred width");
-    QStringList labels;
-    for (SelectChip *chip : risks.widthChips())
-        labels.append(chip->text());
-    EXPECT_EQ(labels, QStringList({"1920", "2560", "3840"}));
+    EXPECT_EQ(textsOf(risks.widthChips()), QStringList({"1920", "2560", "3840"}));
     ASSERT_EQ(vm().preferredWidth(), 1920);
-    const auto selected = [&] {
-        QList<bool> flags;
-        for (SelectChip *chip : risks.widthChips())
-            flags.append(chip->isSelected());
-        return flags;
-    };
-    EXPECT_EQ(selected(), QList<bool>({true, false, false}));
+    EXPECT_EQ(selectedOf(risks.widthChips()), QList<int>{0});
     // A width from elsewhere (1080) that no chip offers leaves every chip unselected.
-    const std::pair<int, QList<bool>> steps[] = {
-        {3840, {false, false, true}}, {1080, {false, false, false}}, {2560, {false, true, false}}};
+    const std::pair<int, QList<int>> steps[] = {{3840, {2}}, {1080, {}}, {2560, {1}}};
     for (const auto &[width, chosen] : steps) {
-        if (width == 1080)
+        if (chosen.isEmpty())
             vm().setPreferredWidth(width);
         else
-            click(risks.widthChips()[chosen.indexOf(true)]);
+            click(risks.widthChips()[chosen[0]]);
         EXPECT_EQ(vm().preferredWidth(), width);
-        EXPECT_EQ(selected(), chosen);
+        EXPECT_EQ(selectedOf(risks.widthChips()), chosen);
     }
 }
 
-TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolderAndMovesItToTheTop)
+TEST_F(SettingsTest, HistoryRowsInStoredOrderWaitForTheScanAndExportIntoTheirFolder)
 {
     click(view().railButton(SettingsSection::workspace));
     auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
@@ -255,42 +245,24 @@ TEST_F(SettingsTest, HistoryRowExportsThePackIntoThatFolderAndMovesItToTheTop)
     ASSERT_NE(workspace.emptyHistoryLabel(), nullptr);
     EXPECT_EQ(workspace.emptyHistoryLabel()->text(), "No folders yet — export a pack once.");
 
-    const QString first = path("first");
-    const QString second = path("second");
-    QDir().mkpath(first);
-    QDir().mkpath(second);
-    m_preferences.setExportFolderHistory({first, second});
-    addClips({"a.mov", "b.mov"});
-    settle();
-    EXPECT_EQ(workspace.emptyHistoryLabel(), nullptr);
-    ASSERT_EQ(workspace.folderRows().size(), 2);
-    EXPECT_EQ(workspace.folderRows()[1]->toolTip(), second);
-
-    click(workspace.folderRows()[1]);
-    ASSERT_TRUE(waitUntil([this] { return vm().lastExportURL().has_value(); }));
-    EXPECT_TRUE(m_panels.messages.isEmpty()); // straight in: no chooser was shown
-    const QFileInfo pack(vm().lastExportURL()->toLocalFile());
-    EXPECT_EQ(pack.absolutePath(), QFileInfo(second).absoluteFilePath());
-    EXPECT_TRUE(QDir(first).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
-    settle();
-    ASSERT_EQ(workspace.folderRows().size(), 2);
-    EXPECT_EQ(workspace.folderRows()[0]->folder(), second);
-}
-
-TEST_F(SettingsTest, HistoryRowsInStoredOrderWaitForClipsAndTheScan)
-{
     QStringList folders{path("newest"), path("Older"), path("older"), "/gone/for/good"};
     for (int i = 0; i < 4; ++i)
         folders.append(path(QStringLiteral("show %1/exports for the venue").arg(i)));
+    QDir().mkpath(folders[0]);
+    QDir().mkpath(folders[1]);
     m_preferences.setExportFolderHistory(folders);
-    click(view().railButton(SettingsSection::workspace));
-    auto &workspace = card<WorkspaceSettingsCard>(SettingsSection::workspace);
-    QStringList shown;
-    for (ExportFolderRow *row : workspace.folderRows())
-        shown.append(row->folder());
-    EXPECT_EQ(shown, folders); // as stored, a vanished folder included
+    settle();
+    EXPECT_EQ(workspace.emptyHistoryLabel(), nullptr);
+    const auto shown = [&workspace] {
+        QStringList out;
+        for (ExportFolderRow *row : workspace.folderRows())
+            out.append(row->folder());
+        return out;
+    };
+    EXPECT_EQ(shown(), folders); // as stored, a vanished folder included
+    EXPECT_EQ(workspace.folderRows()[1]->toolTip(), folders[1]);
 
-    const auto row = [&workspace] { return workspace.folderRows()[0]; };
+    const auto row = [&workspace] { return workspace.folderRows()[1]; };
     EXPECT_TRUE(row()->isEnabled()); // an empty pack does not disable it: the session refuses
     m_probe->setDelay(std::chrono::milliseconds(400));
     vm().handleDrop({url(touch("slow.mov"))});
@@ -298,4 +270,14 @@ TEST_F(SettingsTest, HistoryRowsInStoredOrderWaitForClipsAndTheScan)
     EXPECT_FALSE(row()->isEnabled());
     ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); }));
     EXPECT_TRUE(row()->isEnabled());
+
+    click(row());
+    ASSERT_TRUE(waitUntil([this] { return vm().lastExportURL().has_value(); }));
+    EXPECT_TRUE(m_panels.messages.isEmpty()); // straight in: no chooser was shown
+    const QFileInfo pack(vm().lastExportURL()->toLocalFile());
+    EXPECT_EQ(pack.absolutePath(), QFileInfo(folders[1]).absoluteFilePath());
+    EXPECT_TRUE(QDir(folders[0]).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty());
+    settle();
+    folders.move(1, 0); // the folder used goes to the top
+    EXPECT_EQ(shown(), folders);
 }

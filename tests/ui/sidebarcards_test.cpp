@@ -24,14 +24,11 @@ TEST_F(Sidebar, NamingRenamesOnReturnOrAChipButTypingAndTheZeroPadSwitchOnlySetT
     EXPECT_EQ(sidebar().statusLine()->text(), u"Names updated");
 
     const QList<SelectChip *> &chips = naming().chips();
-    QStringList labels;
-    for (SelectChip *chip : chips)
-        labels.append(chip->text());
-    EXPECT_EQ(labels, (QStringList{u"concert"_qs, u"club"_qs, u"festival"_qs, u"corporate"_qs,
-                                   u"wedding"_qs, u"clear"_qs}));
+    EXPECT_EQ(textsOf(chips), (QStringList{u"concert"_qs, u"club"_qs, u"festival"_qs,
+                                           u"corporate"_qs, u"wedding"_qs, u"clear"_qs}));
     chips[2]->click();
     EXPECT_EQ(arenaNames(), (QStringList{u"01_festival_a"_qs, u"02_festival_b"_qs}));
-    EXPECT_TRUE(chips[2]->isSelected() && !chips[0]->isSelected());
+    EXPECT_EQ(selectedOf(chips), QList<int>{2});
     chips[5]->click(); // the empty prefix is the "clear" template's
     EXPECT_EQ(arenaNames(), (QStringList{u"01_a"_qs, u"02_b"_qs}));
 
@@ -64,14 +61,13 @@ TEST_F(Sidebar, ProfileRowsSetTheScreenProfile)
     window();
     addClips({"a.mov"});
     const QList<SelectChip *> &rows = sidebar().profileCard()->rows();
-    EXPECT_EQ((QStringList{rows[0]->text(), rows[1]->text(), rows[2]->text()}),
-              (QStringList{u"16:9 stage"_qs, u"LED wall"_qs, u"Vertical"_qs}));
+    EXPECT_EQ(textsOf(rows), (QStringList{u"16:9 stage"_qs, u"LED wall"_qs, u"Vertical"_qs}));
     EXPECT_EQ(rows[1]->helpText(), u"Wide canvases, higher bitrate OK");
-    EXPECT_TRUE(rows[0]->isSelected());
+    EXPECT_EQ(selectedOf(rows), QList<int>{0});
 
     rows[1]->click();
     EXPECT_EQ(vm().screenProfile(), ScreenProfile::ledWall);
-    EXPECT_TRUE(rows[1]->isSelected());
+    EXPECT_EQ(selectedOf(rows), QList<int>{1});
     ASSERT_TRUE(waitUntil([this] { return !vm().isScanning(); })); // the pack is probed again
 }
 
@@ -124,7 +120,23 @@ TEST_F(Sidebar, WatchCardShowsTheFolderOnlyWhileWatching)
     EXPECT_EQ(shown(), (QList<bool>{false, false}));
 }
 
-TEST_F(Sidebar, ThisClipCardShowsFindingsOrTheCleanMessage)
+TEST_F(Sidebar, ThisClipCardSaysTransparentOnlyForClipsWithAlpha)
+{
+    window();
+    withAlpha(QStringLiteral("logo.mov"));
+    addClips({"logo.mov", "plain.mov"});
+    for (int i : {0, 1}) {
+        SCOPED_TRACE(i);
+        vm().setSelectedClipID(vm().clips()[i].id);
+        QApplication::processEvents();
+        const auto *label = window().findChild<QLabel *>(QStringLiteral("selected.transparent"));
+        ASSERT_TRUE(label);
+        EXPECT_EQ(label->text(), QStringLiteral("Transparent"));
+        EXPECT_EQ(label->isVisible(), i == 0);
+    }
+}
+
+TEST_F(Sidebar, ThisClipCardShowsFindingsOrTheCleanMessageAndRemovesTheAudio)
 {
     window();
     addBusyPack();
@@ -135,10 +147,7 @@ TEST_F(Sidebar, ThisClipCardShowsFindingsOrTheCleanMessage)
     QApplication::processEvents();
     EXPECT_TRUE(card->preview()->isVisibleTo(card));
     const auto shown = [card](const char *name) {
-        QStringList texts;
-        for (QLabel *label : visibleLabels(card, QString::fromLatin1(name)))
-            texts.append(label->text());
-        return texts;
+        return textsOf(visibleLabels(card, QString::fromLatin1(name)));
     };
     EXPECT_EQ(shown("selected.arenaName"), QStringList{loud.arenaName});
     QStringList expected;
@@ -146,6 +155,11 @@ TEST_F(Sidebar, ThisClipCardShowsFindingsOrTheCleanMessage)
         expected.append(issue.localized(m_localization.strings()));
     EXPECT_EQ(shown("selected.issue"), expected);
     EXPECT_EQ(card->removeAudioButton()->text(), u"Remove audio");
+    // It strips the selected clip alone: one conversion, and no audio left in the pack.
+    card->removeAudioButton()->click();
+    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
+    EXPECT_EQ(m_conversion->calls(), 1);
+    EXPECT_EQ(vm().clipsWithAudioCount(), 0);
 
     const MediaClip quiet = vm().clips()[1];
     vm().setSelectedClipID(quiet.id); // no finding, no audio
@@ -159,15 +173,4 @@ TEST_F(Sidebar, ThisClipCardShowsFindingsOrTheCleanMessage)
     EXPECT_FALSE(card->preview()->isVisibleTo(card));
     EXPECT_TRUE(shown("selected.arenaName").isEmpty());
     EXPECT_EQ(visibleHints(card), QStringList{u"hint.selected"_qs});
-}
-
-TEST_F(Sidebar, RemoveAudioStripsOnlyTheSelectedClip)
-{
-    window();
-    addBusyPack();
-    vm().setSelectedClipID(vm().clips()[0].id);
-    sidebar().clipCard()->removeAudioButton()->click();
-    ASSERT_TRUE(waitUntil([this] { return !vm().isConverting(); }));
-    EXPECT_EQ(m_conversion->calls(), 1);
-    EXPECT_EQ(vm().clipsWithAudioCount(), 0);
 }

@@ -12,8 +12,6 @@
 
 #include <QLabel>
 
-namespace SidebarTesting {
-
 // Banners still on screen, by hint id (dismissed ones leave through deleteLater).
 inline QStringList visibleHints(QWidget *root)
 {
@@ -34,10 +32,6 @@ inline QList<QLabel *> visibleLabels(QWidget *root, const QString &name)
             shown.append(label);
     return shown;
 }
-
-} // namespace SidebarTesting
-
-using namespace SidebarTesting;
 
 class Sidebar : public WindowTest
 {

@@ -1,3 +1,2 @@
 # The rename and convert studios: their flows and bindings.
-target_sources(ui_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/studios_test.cpp
-    ${CMAKE_CURRENT_LIST_DIR}/transparency_test.cpp)
+target_sources(ui_tests PRIVATE ${CMAKE_CURRENT_LIST_DIR}/studios_test.cpp)

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QTemporaryDir>
 
 #include <memory>
 
@@ -20,6 +21,53 @@ inline QStringList labelTexts(const QWidget *widget)
         out.append(label->text());
     return out;
 }
+
+// The texts of chips, rows or menu items, in order.
+template<typename List>
+QStringList textsOf(const List &items)
+{
+    QStringList out;
+    for (const auto *item : items)
+        out.append(item->text());
+    return out;
+}
+
+// The positions of the selected chips.
+template<typename List>
+QList<int> selectedOf(const List &chips)
+{
+    QList<int> out;
+    for (int i = 0; i < chips.size(); ++i)
+        if (chips[i]->isSelected())
+            out.append(i);
+    return out;
+}
+
+// HOME and XDG_CONFIG_HOME in a temporary folder while this lives: the file dialogs' places
+// and Alley's Wine folders are looked up there.
+class FakeHome
+{
+public:
+    FakeHome()
+    {
+        qputenv("HOME", m_dir.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", (m_dir.path() + QStringLiteral("/.config")).toLocal8Bit());
+    }
+    ~FakeHome()
+    {
+        qputenv("HOME", m_home);
+        m_config.isEmpty() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", m_config);
+    }
+    QString path(const QString &name = {}) const
+    {
+        return name.isEmpty() ? m_dir.path() : m_dir.filePath(name);
+    }
+
+private:
+    QTemporaryDir m_dir;
+    const QByteArray m_home = qgetenv("HOME");
+    const QByteArray m_config = qgetenv("XDG_CONFIG_HOME");
+};
 
 // A main window over the session fixture: fake probe and converter, scripted panels, private
 // preferences, and a thumbnail cache of its own that gives a coloured tile per file (the
@@ -54,6 +102,15 @@ protected:
     }
 
     QAction *command(AppCommands::Command c) { return window().commands()->action(c); }
+
+    // The fake probe reads `name` as ProRes 4444 with an alpha channel.
+    void withAlpha(const QString &name)
+    {
+        VideoFacts facts = FakeProbe::defaultVideo();
+        facts.videoCodecCode = FakeProbe::code("ap4h");
+        facts.hasAlpha = true;
+        m_probe->setVideo(name, facts);
+    }
 
     // Adds files (empty; the fake probe answers for them) and waits for the ingest to end.
     void addClips(const QStringList &names)

@@ -21,10 +21,7 @@ TEST_F(WindowTest, VerifyPackFromTheFileMenuAndTheVerifyCopiesSwitch)
         copy.write("X");
         return digest;
     };
-    QStringList fileMenu;
-    for (QAction *action : window().menuBar()->actions().front()->menu()->actions())
-        fileMenu.append(action->text());
-    EXPECT_EQ(fileMenu.mid(0, 5),
+    EXPECT_EQ(textsOf(window().menuBar()->actions().front()->menu()->actions()).mid(0, 5),
               QStringList({"Open Folder…", "Open Project…", "Save Project…", "", "Verify pack…"}));
     addClips({"a.mov"});
     QDir().mkpath(path("out"));
