@@ -157,7 +157,7 @@ protected:
         return QFileInfo(writeFile(path(relative), bytes)).canonicalFilePath();
     }
     static QUrl url(const QString &p) { return QUrl::fromLocalFile(p); }
-    // Adds the folder `relative` to the pack and waits until the ingest is over.
+    // Adds the file or folder `relative` to the pack and waits until the ingest is over.
     void ingest(const QString &relative) { QCoro::waitFor(vm().ingest({url(path(relative))})); }
     // Makes `files` in the folder `relative`, in order, then ingests that folder.
     void ingestNew(const QString &relative, const QStringList &files)
@@ -179,6 +179,14 @@ protected:
         VideoFacts facts = FakeProbe::defaultVideo();
         facts.audioTrackCount = 1;
         facts.audioCodecCode = FakeProbe::code("aac ");
+        m_probe->setVideo(name, facts);
+    }
+    // `name` probes as ProRes 4444 with an alpha channel.
+    void withAlpha(const QString &name)
+    {
+        VideoFacts facts = FakeProbe::defaultVideo();
+        facts.videoCodecCode = FakeProbe::code("ap4h");
+        facts.hasAlpha = true;
         m_probe->setVideo(name, facts);
     }
     QStringList names(QString MediaClip::*field)

@@ -65,7 +65,7 @@ TEST_F(WatchFolder, TouchingAPackFileProbesItAgainAndEndsWatching)
     watch("drop", 1);
     const QUuid id = vm().clips().front().id;
     // Dropping a file that is already there adds nothing and leaves the watch announced.
-    QCoro::waitFor(vm().ingest({url(path("drop/a.mov"))}));
+    ingest("drop/a.mov");
     EXPECT_EQ(vm().status(), PackStatus::watching("drop"));
 
     const QStringList &statuses = recordStatuses();

@@ -103,15 +103,6 @@ protected:
 
     QAction *command(AppCommands::Command c) { return window().commands()->action(c); }
 
-    // The fake probe reads `name` as ProRes 4444 with an alpha channel.
-    void withAlpha(const QString &name)
-    {
-        VideoFacts facts = FakeProbe::defaultVideo();
-        facts.videoCodecCode = FakeProbe::code("ap4h");
-        facts.hasAlpha = true;
-        m_probe->setVideo(name, facts);
-    }
-
     // Adds files (empty; the fake probe answers for them) and waits for the ingest to end.
     void addClips(const QStringList &names)
     {
